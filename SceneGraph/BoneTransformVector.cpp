@@ -1,0 +1,3 @@
+#include "SceneGraph/BoneTransformVector.h"
+
+BoneTransformVector::~BoneTransformVector() = default;

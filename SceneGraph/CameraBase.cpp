@@ -1,0 +1,3 @@
+#include "SceneGraph/CameraBase.h"
+
+CameraBase::~CameraBase() = default;

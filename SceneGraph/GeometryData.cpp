@@ -1,0 +1,3 @@
+#include "SceneGraph/GeometryData.h"
+
+GeometryData::~GeometryData() = default;

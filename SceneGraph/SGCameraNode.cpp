@@ -1,0 +1,17 @@
+#include "SceneGraph/SGCameraNode.h"
+
+#include "SceneGraph/SGNodeVisitor.h"
+
+#include <utility>
+
+SGCameraNode::SGCameraNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent)) {}
+
+void SGCameraNode::acceptEnter(SGNodeVisitor* visitor)
+{
+    visitor->enter(this);
+}
+
+void SGCameraNode::acceptLeave(SGNodeVisitor* visitor)
+{
+    visitor->leave(this);
+}

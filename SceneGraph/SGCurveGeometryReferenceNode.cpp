@@ -1,0 +1,20 @@
+#include "SceneGraph/SGCurveGeometryReferenceNode.h"
+
+#include "SceneGraph/SGNodeVisitor.h"
+
+#include <utility>
+
+SGCurveGeometryReferenceNode::SGCurveGeometryReferenceNode(smart_ptr<SGNode> parent)
+    : SGGeometryReferenceNode(std::move(parent))
+{
+}
+
+void SGCurveGeometryReferenceNode::acceptEnter(SGNodeVisitor* visitor)
+{
+    visitor->enter(this);
+}
+
+void SGCurveGeometryReferenceNode::acceptLeave(SGNodeVisitor* visitor)
+{
+    visitor->leave(this);
+}

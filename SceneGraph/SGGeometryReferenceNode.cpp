@@ -1,0 +1,19 @@
+#include "SceneGraph/SGGeometryReferenceNode.h"
+
+#include "SceneGraph/SGNodeVisitor.h"
+
+#include <utility>
+
+SGGeometryReferenceNode::SGGeometryReferenceNode(smart_ptr<SGNode> parent) : SGGeometryNode(std::move(parent))
+{
+}
+
+void SGGeometryReferenceNode::acceptEnter(SGNodeVisitor* visitor)
+{
+    visitor->enter(this);
+}
+
+void SGGeometryReferenceNode::acceptLeave(SGNodeVisitor* visitor)
+{
+    visitor->leave(this);
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Utilities/smart_ptr.h"
+
+class SGNode;
+class SGRootNode;
+class SGOrderedGroupNode;
+class SGCameraNode;
+class SGLightsNode;
+class SGTransformNode;
+class SGZTransformNode;
+class SGGeometryNode;
+class SGQuadNode;
+class SGGeometryReferenceNode;
+class SGSurfaceGeometryReferenceNode;
+class SGCurveGeometryReferenceNode;
+
+/// A pass over a scene graph: what to do on entering a node of each kind, before its children, and on leaving
+/// it.
+///
+/// An operation that is not overridden forwards to that of the kind it derives from: surfaces and curves to
+/// SGGeometryReferenceNode, that and quads to SGGeometryNode, every other kind to the general operation,
+/// which does nothing. So enter(SGGeometryNode*) alone sees all that is drawn, and enter(SGNode*) alone sees
+/// every node.
+///
+/// A derived visitor brings the rest back in with `using SGNodeVisitor::enter` and `leave`.
+class SGNodeVisitor : public smart_base {
+public:
+    virtual void enter(SGNode* node);
+    virtual void leave(SGNode* node);
+
+    virtual void enter(SGRootNode* node);
+    virtual void leave(SGRootNode* node);
+    virtual void enter(SGOrderedGroupNode* node);
+    virtual void leave(SGOrderedGroupNode* node);
+    virtual void enter(SGCameraNode* node);
+    virtual void leave(SGCameraNode* node);
+    virtual void enter(SGLightsNode* node);
+    virtual void leave(SGLightsNode* node);
+    virtual void enter(SGTransformNode* node);
+    virtual void leave(SGTransformNode* node);
+    virtual void enter(SGZTransformNode* node);
+    virtual void leave(SGZTransformNode* node);
+    virtual void enter(SGGeometryNode* node);
+    virtual void leave(SGGeometryNode* node);
+    virtual void enter(SGQuadNode* node);
+    virtual void leave(SGQuadNode* node);
+    virtual void enter(SGGeometryReferenceNode* node);
+    virtual void leave(SGGeometryReferenceNode* node);
+    virtual void enter(SGSurfaceGeometryReferenceNode* node);
+    virtual void leave(SGSurfaceGeometryReferenceNode* node);
+    virtual void enter(SGCurveGeometryReferenceNode* node);
+    virtual void leave(SGCurveGeometryReferenceNode* node);
+};

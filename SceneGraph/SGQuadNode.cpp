@@ -1,0 +1,17 @@
+#include "SceneGraph/SGQuadNode.h"
+
+#include "SceneGraph/SGNodeVisitor.h"
+
+#include <utility>
+
+SGQuadNode::SGQuadNode(smart_ptr<SGNode> parent) : SGGeometryNode(std::move(parent)) {}
+
+void SGQuadNode::acceptEnter(SGNodeVisitor* visitor)
+{
+    visitor->enter(this);
+}
+
+void SGQuadNode::acceptLeave(SGNodeVisitor* visitor)
+{
+    visitor->leave(this);
+}

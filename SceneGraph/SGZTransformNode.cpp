@@ -1,0 +1,17 @@
+#include "SceneGraph/SGZTransformNode.h"
+
+#include "SceneGraph/SGNodeVisitor.h"
+
+#include <utility>
+
+SGZTransformNode::SGZTransformNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent)) {}
+
+void SGZTransformNode::acceptEnter(SGNodeVisitor* visitor)
+{
+    visitor->enter(this);
+}
+
+void SGZTransformNode::acceptLeave(SGNodeVisitor* visitor)
+{
+    visitor->leave(this);
+}

@@ -1,0 +1,3 @@
+#include "SceneGraph/SurfaceGeometryData.h"
+
+SurfaceGeometryData::~SurfaceGeometryData() = default;

@@ -1,0 +1,3 @@
+#include "SceneGraph/TextureCoordsData.h"
+
+TextureCoordsData::~TextureCoordsData() = default;
