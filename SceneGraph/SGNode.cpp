@@ -4,7 +4,8 @@
 
 SGNode::SGNode(smart_ptr<SGNode> parent)
 {
-    if (parent) {
+    // A parent that nobody else holds goes with the argument, and would take the half-built node with it.
+    if (parent && parent->referenceCount() > 1) {
         addRef(); // the parent's; a temporary smart_ptr would drop the count back to 0 and destroy the node
         link(parent.get(), false);
     }

@@ -19,7 +19,7 @@ private:
 /// Trees of any depth may be walked and destroyed: nothing recurses.
 class SGNode : public SGObject {
 public:
-    /// A node under `parent`, as its last child, or on its own where `parent` is null.
+    /// A node under `parent`, as its last child, or on its own where `parent` is null or held by nobody else.
     explicit SGNode(smart_ptr<SGNode> parent);
 
     ~SGNode() override;

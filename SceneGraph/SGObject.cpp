@@ -6,10 +6,11 @@
 
 namespace {
 
-/// One string a key, for the life of the process: a table then holds a pointer, however long the key.
+/// One string a key, for the life of the process: a table then holds a pointer, however long the key. Never
+/// destroyed, since a module's static destructors may still purge records.
 std::string const* internedKey(std::string const& key)
 {
-    static std::unordered_set<std::string> keys;
+    static auto& keys = *new std::unordered_set<std::string>;
     return &*keys.insert(key).first;
 }
 

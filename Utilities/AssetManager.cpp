@@ -47,7 +47,7 @@ void checkPath(std::string const& name)
     fs::path const path(name);
     bool const climbs = std::ranges::find(path, fs::path("..")) != path.end();
     if (name.empty() || path.is_absolute() || climbs || name.find('\0') != std::string::npos)
-        throw AssetError("Asset \"" + name + "\": the path must lead down from an asset folder");
+        throw AssetError("Asset " + inQuotes(name) + ": the path must lead down from an asset folder");
 }
 
 } // namespace
@@ -73,7 +73,7 @@ std::unique_ptr<std::istream> AssetManager::getFileStream(std::string const& pat
     auto stream =
         std::make_unique<std::ifstream>(file, binary ? std::ios::in | std::ios::binary : std::ios::in);
     if (!*stream)
-        throw AssetError("Asset \"" + path + "\": " + file.string() + " cannot be read");
+        throw AssetError("Asset " + inQuotes(path) + ": " + file.string() + " cannot be read");
     return stream;
 }
 
@@ -88,7 +88,7 @@ fs::path AssetManager::findFile(std::string const& path) const
             return file;
         tried += (tried.empty() ? "" : ", ") + file.string();
     }
-    throw AssetError("Asset \"" + path + "\" not found; tried: " + tried);
+    throw AssetError("Asset " + inQuotes(path) + " not found; tried: " + tried);
 }
 
 void AssetManager::addFolder(fs::path folder)

@@ -6,7 +6,8 @@
 #include <string_view>
 
 /// Small text files of the user's that must not be lost, whenever the program or the machine stops, and that
-/// anything may have been done to meanwhile. All operations throw std::system_error, which names the file.
+/// anything may have been done to meanwhile. Paths are absolute. All operations throw std::system_error,
+/// which names the file.
 namespace DurableFile {
 
 /// The file that a chain of symbolic links leads to, there or not; the path itself where it is no link.

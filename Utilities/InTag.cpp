@@ -72,5 +72,5 @@ void InTag::checkEndText()
 void checkEndOfText(std::istringstream& text, std::string const& place)
 {
     if (text.peek() != std::istringstream::traits_type::eof())
-        throw TagError(place, '"' + text.str() + "\" goes on after the value");
+        throw TagError(place, inQuotes(text.str()) + " goes on after the value");
 }

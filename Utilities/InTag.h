@@ -50,7 +50,7 @@ template <typename T>
 void extractText(std::istringstream& text, T& value, std::string const& place)
 {
     if (!(text >> value))
-        throw TagError(place, '"' + text.str() + "\" cannot be read as such a value");
+        throw TagError(place, inQuotes(text.str()) + " cannot be read as such a value");
 }
 
 /// Throws TagError if anything is left of a text.

@@ -22,7 +22,7 @@ bool continuesName(char c)
 void checkName(std::string const& name, std::string const& place)
 {
     if (name.empty() || !startsName(name.front()) || !std::ranges::all_of(name, continuesName))
-        throw TagError(place, '"' + name + "\" is no name for an element or attribute");
+        throw TagError(place, inQuotes(name) + " is no name for an element or attribute");
 }
 
 void checkText(std::string const& text, std::string const& place)

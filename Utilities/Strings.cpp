@@ -1,6 +1,8 @@
 #include "Utilities/Strings.h"
 
+#include <algorithm>
 #include <bit>
+#include <cctype>
 #include <cstdint>
 #include <iomanip>
 #include <limits>
@@ -32,6 +34,15 @@ std::string stringize<float>(float const& value)
     constexpr int streamDefault = 6;
     std::string text = print(value, streamDefault);
     return readsBackAs(value, text) ? text : print(value, std::numeric_limits<float>::max_digits10);
+}
+
+std::string inQuotes(std::string_view text)
+{
+    constexpr std::size_t longest = 80;
+    std::string shown(text.substr(0, longest));
+    std::ranges::replace_if(
+        shown, [](char c) { return std::iscntrl(static_cast<unsigned char>(c)) != 0; }, '?');
+    return '"' + shown + (text.size() > longest ? "...\"" : "\"");
 }
 
 std::vector<std::string> string_split(std::string_view text, char separator)

@@ -21,5 +21,9 @@ template <typename T>
 template <>
 [[nodiscard]] std::string stringize<float>(float const& value);
 
+/// A text in quotation marks as messages show it: one line, control characters as '?', the end of a long one
+/// as "...".
+[[nodiscard]] std::string inQuotes(std::string_view text);
+
 /// The pieces between separators, empty ones included: always one more than there are separators.
 [[nodiscard]] std::vector<std::string> string_split(std::string_view text, char separator);

@@ -1,5 +1,6 @@
 #include "Utilities/Tag.h"
 
+#include "Utilities/Strings.h"
 #include "Utilities/TagError.h"
 
 #include <algorithm>
@@ -8,7 +9,7 @@ std::string const& Tag::getAttr(std::string const& name) const
 {
     auto const found = std::ranges::find(attributes_, name, &Attribute::first);
     if (found == attributes_.end())
-        throw TagError(path_, "no attribute \"" + name + '"');
+        throw TagError(path_, "no attribute " + inQuotes(name));
     return found->second;
 }
 

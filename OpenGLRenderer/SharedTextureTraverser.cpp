@@ -1,0 +1,39 @@
+#include "OpenGLRenderer/SharedTextureTraverser.h"
+
+#include "OpenGLRenderer/ExtraData.h"
+#include "OpenGLRenderer/ExtraDataKeys.h"
+#include "OpenGLRenderer/Renderer.h"
+#include "OpenGLRenderer/SharedTextureCollector.h"
+#include "OpenGLRenderer/TextureUploadData.h"
+#include "SceneGraph/SGTraverser.h"
+
+#include <GL/glu.h>
+
+namespace {
+
+smart_ptr<TextureUploadData> upload(Image_base const& image)
+{
+    GLuint name = 0;
+    glGenTextures(1, &name);
+    glBindTexture(GL_TEXTURE_2D, name);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_NEAREST);
+    GLenum const format = image.getFormat() == Image_base::RGBA ? GL_RGBA : GL_RGB;
+    gluBuild2DMipmaps(GL_TEXTURE_2D, image.getNumComponents(), image.getWidth(), image.getHeight(), format,
+                      GL_UNSIGNED_BYTE, image.getData());
+    GLRenderer::logError("Failed to upload texture:");
+    return make_smart<TextureUploadData>(name);
+}
+
+} // namespace
+
+void SharedTextureTraverser::enter(SGRootNode* node)
+{
+    auto const collector = make_smart<SharedTextureCollector>();
+    SGTraverser traverser(collector);
+    node->acceptEnter(&traverser);
+    node->acceptLeave(&traverser);
+    for (smart_ptr<SharedImage> const& shared : collector->textures)
+        if (!getExtraData<TextureUploadData>(*shared, ExtraDataKeys::texture))
+            shared->setExtraData(ExtraDataKeys::texture, upload(*shared->get()));
+}

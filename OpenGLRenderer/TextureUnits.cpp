@@ -1,0 +1,15 @@
+#include "OpenGLRenderer/TextureUnits.h"
+
+#include "OpenGLRenderer/Renderer.h"
+
+#include <algorithm>
+
+int drawnLayerCount(SGGeometryNode const& node)
+{
+    return std::min(static_cast<int>(node.textureLayers.size()), GLRenderer::renderer->getMaxTextureUnits());
+}
+
+bool usesMultitexturing()
+{
+    return GLRenderer::renderer->getMaxTextureUnits() > 1;
+}

@@ -1,0 +1,9 @@
+#include "OpenGLRenderer/TextureUploadData.h"
+
+#include "SceneGraph/SGRendererManager.h"
+
+TextureUploadData::~TextureUploadData()
+{
+    if (!SGRendererManager::shutdown)
+        glDeleteTextures(1, &name_);
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "SceneGraph/SGExtraData.h"
+
+#include <epoxy/gl.h>
+
+/// Owns the texture made from a shared image, on which it hangs.
+///
+/// Deletes the texture at its end, so it must go while the context is current, or while
+/// SGRendererManager::shutdown is set: then no call is made.
+class TextureUploadData : public SGExtraData {
+public:
+    explicit TextureUploadData(GLuint name) : name_(name) {}
+    TextureUploadData(TextureUploadData const&) = delete;
+    TextureUploadData& operator=(TextureUploadData const&) = delete;
+    ~TextureUploadData() override;
+
+    [[nodiscard]] GLuint name() const { return name_; }
+
+private:
+    GLuint name_;
+};

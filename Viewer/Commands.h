@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Viewer/CommandLine.h"
+
+namespace sgview {
+
+// What sgview does, one operation a command. Failures are exceptions derived from std::exception.
+
+/// Draws a model into a PNG file.
+void run(RenderRequest const& request, Messages const& messages);
+
+/// Writes to standard output what is in a model.
+void run(InfoRequest const& request, Messages const& messages);
+
+/// Draws the demonstration scene into a PNG file.
+void run(DemoRequest const& request, Messages const& messages);
+
+} // namespace sgview

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Viewer/Import/MaterialTable.h"
+#include "Viewer/Import/TextureStore.h"
+
+#include <vector>
+
+struct aiScene;
+
+namespace sgview {
+
+/// Fixed-function materials for those that Assimp read.
+///
+/// What files leave out or get wrong is filled in as a person would expect: no ambient colour means that of
+/// the diffuse light, a texture on black is shown, a wholly transparent material is not, highlights without
+/// an exponent are left out. \return the number in `table` of each material; at least one
+[[nodiscard]] std::vector<std::size_t> readAssimpMaterials(aiScene const& scene, MaterialTable& table,
+                                                           TextureStore& textures, Warnings& warnings);
+
+} // namespace sgview

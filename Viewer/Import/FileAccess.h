@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Viewer/Import/Warnings.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sgview {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// Reads a model file.
+///
+/// \throws ImportError  not found, not readable (a folder, a device, a pipe, no permission), empty, too big
+[[nodiscard]] Bytes readModelFile(std::filesystem::path const& file);
+
+/// Decides which further files a model may read: regular files whose path, links followed, lies inside the
+/// model's own folder or a folder that the user names.
+///
+/// A name that is absolute, of another machine, or leads to a parent folder is refused with a warning; its
+/// last part is then looked for in the model's folder. Upper and lower case are told apart only where both
+/// exist.
+class FileAccess {
+public:
+    /// \param warnings  must outlive this
+    FileAccess(std::filesystem::path const& modelFile, std::vector<std::filesystem::path> const& folders,
+               Warnings& warnings);
+
+    /// Where the file that a model calls `name` lies; nothing if there is none that may be read.
+    [[nodiscard]] std::optional<std::filesystem::path> resolve(std::string_view name);
+
+    /// The content of what `resolve` finds; nothing, and a warning where the cause is not plain absence.
+    [[nodiscard]] std::optional<Bytes> read(std::string_view name);
+
+    /// Whether `name` itself was refused, whatever its last part led to.
+    [[nodiscard]] static bool isRefused(std::string_view name);
+
+private:
+    [[nodiscard]] std::optional<std::filesystem::path> find(std::filesystem::path const& folder,
+                                                            std::string const& name);
+    [[nodiscard]] bool isInside(std::filesystem::path const& realPath) const;
+
+    std::vector<std::filesystem::path> folders_; ///< real paths, the model's own first
+    Warnings* warnings_;
+};
+
+} // namespace sgview

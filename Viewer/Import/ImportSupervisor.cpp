@@ -1,0 +1,130 @@
+#include "Viewer/Import/ImportSupervisor.h"
+
+#include "Viewer/Import/ImportError.h"
+#include "Viewer/Import/ImportWorker.h"
+#include "Viewer/Import/ModelCheck.h"
+#include "Viewer/Import/ModelStream.h"
+#include "Viewer/Import/WorkerProcess.h"
+
+#include <chrono>
+#include <csignal>
+#include <cstring>
+
+namespace sgview {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::string inMebibytes(std::uint64_t bytes)
+{
+    return std::to_string(bytes >> 20) + " MiB";
+}
+
+/// One supervised import: the child's output until it ends or must be ended.
+class Supervision {
+public:
+    Supervision(std::filesystem::path const& file, ImportOptions const& options)
+        : file_(file.string()),
+          limits_(options.limits),
+          worker_(workerArguments(file, options)),
+          deadline_(Clock::now() + std::chrono::seconds(options.limits.seconds))
+    {
+    }
+
+    Model run()
+    {
+        receive();
+        WorkerProcess::End const end = worker_.waitUntil(deadline_);
+        bool const wentWell = end.known && end.signal == 0 && end.status == 0;
+        if (wentWell && isComplete())
+            return evaluate();
+        throw whyIncomplete(end);
+    }
+
+private:
+    [[nodiscard]] ImportError fail(ImportFailure failure, std::string const& reason) const
+    {
+        return {failure, file_, reason};
+    }
+    [[nodiscard]] ImportError timedOut() const
+    {
+        return fail(ImportFailure::timedOut,
+                    "the importer took longer than " + std::to_string(limits_.seconds) + " s");
+    }
+    [[nodiscard]] ImportError outOfMemory() const
+    {
+        return fail(ImportFailure::outOfMemory,
+                    "the importer needed more memory than " + inMebibytes(limits_.memory));
+    }
+
+    void receive()
+    {
+        constexpr std::chrono::milliseconds memoryWatchInterval{50};
+        constexpr std::uint64_t sanitizerOverhead = 3; // shadow memory, red zones and quarantine
+        while (true) {
+            auto const left = std::chrono::ceil<std::chrono::milliseconds>(deadline_ - Clock::now());
+            if (left.count() <= 0)
+                throw timedOut();
+            auto const wait = memoryIsWatched ? std::min(left, memoryWatchInterval) : left;
+            WorkerProcess::Output const output = worker_.read(received_, wait);
+            if (output == WorkerProcess::Output::ended)
+                return;
+            if (received_.size() > limits_.memory)
+                throw fail(ImportFailure::tooBig, "the model is larger than " + inMebibytes(limits_.memory));
+            if (memoryIsWatched && worker_.residentMemory() > sanitizerOverhead * limits_.memory)
+                throw outOfMemory();
+        }
+    }
+
+    [[nodiscard]] bool isComplete() const
+    {
+        return received_.size() >= 2 && received_.back() == static_cast<std::uint8_t>(WorkerMark::end);
+    }
+
+    Model evaluate()
+    {
+        std::span<std::uint8_t const> const content(received_.data() + 1, received_.size() - 2);
+        if (received_.front() == static_cast<std::uint8_t>(WorkerMark::model)) {
+            Model model = readModel(content);
+            checkModel(model, file_);
+            return model;
+        }
+        if (received_.front() != static_cast<std::uint8_t>(WorkerMark::error) || content.empty() ||
+            content[0] > static_cast<std::uint8_t>(ImportFailure::timedOut))
+            throw fail(ImportFailure::crashed, "the importer sent nonsense");
+        auto const failure = static_cast<ImportFailure>(content[0]);
+        if (failure == ImportFailure::outOfMemory)
+            throw outOfMemory();
+        throw ImportError(failure, std::string(content.begin() + 1, content.end()));
+    }
+
+    [[nodiscard]] ImportError whyIncomplete(WorkerProcess::End const& end) const
+    {
+        if (!end.known || end.signal == SIGXCPU)
+            return timedOut();
+        if (end.signal == SIGXFSZ)
+            return fail(ImportFailure::crashed, "the importer tried to write a file");
+        if (end.signal != 0)
+            return fail(ImportFailure::crashed, "the importer was ended by signal " +
+                                                    std::to_string(end.signal) + " (" +
+                                                    ::strsignal(end.signal) + ")");
+        return fail(ImportFailure::crashed,
+                    "the importer ended early with status " + std::to_string(end.status));
+    }
+
+    std::string file_;
+    ImportLimits limits_;
+    WorkerProcess worker_;
+    Clock::time_point deadline_;
+    std::vector<std::uint8_t> received_;
+};
+
+} // namespace
+
+Model superviseImport(std::filesystem::path const& file, ImportOptions const& options)
+{
+    return Supervision(file, options).run();
+}
+
+} // namespace sgview

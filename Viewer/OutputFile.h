@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+
+namespace sgview {
+
+/// A result that could not be written. what() is one line: file and reason.
+class OutputError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A file that appears under its name only once it is whole: until then it has a temporary name in the same
+/// folder. A device or a pipe is written to as it is.
+class OutputFile {
+public:
+    /// \throws OutputError
+    explicit OutputFile(std::filesystem::path path);
+    OutputFile(OutputFile const&) = delete;
+    OutputFile& operator=(OutputFile const&) = delete;
+
+    /// Leaves nothing behind unless committed.
+    ~OutputFile();
+
+    /// Errors while writing are kept by the stream and found by commit().
+    [[nodiscard]] std::FILE* stream() const { return stream_; }
+
+    /// Ends the file and gives it its name. \throws OutputError
+    void commit();
+
+    /// Throws an OutputError for an error number of the system.
+    [[noreturn]] void fail(int error) const;
+
+private:
+    std::filesystem::path path_;
+    std::filesystem::path temporary_; ///< empty while there is none
+    std::FILE* stream_ = nullptr;
+};
+
+} // namespace sgview

@@ -1,0 +1,48 @@
+#include "Viewer/CommandLine.h"
+#include "Viewer/Commands.h"
+#include "Viewer/Import/ImportWorker.h"
+#include "Viewer/Messages.h"
+#include "Viewer/UsageError.h"
+
+#include <csignal>
+#include <exception>
+#include <new>
+#include <optional>
+
+namespace {
+
+enum ExitStatus : int { done = 0, failed = 1, badUsage = 2 };
+
+void runAsAsked(int argc, char const* const* argv)
+{
+    std::optional<sgview::CommandLine> const line = sgview::parseCommandLine(argc, argv);
+    if (!line)
+        return;
+    sgview::Messages const messages(line->messages);
+    std::visit([&messages](auto const& request) { sgview::run(request, messages); }, line->request);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (sgview::isImportWorker(argc, argv))
+        return sgview::importWorkerMain(argc, argv);
+
+    // A file that may grow no further is an error like any other.
+    std::signal(SIGXFSZ, SIG_IGN);
+    try {
+        runAsAsked(argc, argv);
+        return done;
+    } catch (sgview::UsageError const& error) {
+        sgview::printError(error.what());
+        return badUsage;
+    } catch (std::bad_alloc const&) {
+        sgview::printError("out of memory");
+    } catch (std::exception const& error) {
+        sgview::printError(error.what());
+    } catch (...) {
+        sgview::printError("unknown failure");
+    }
+    return failed;
+}
