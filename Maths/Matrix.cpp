@@ -16,7 +16,7 @@ Matrix Matrix::translationMatrix(Vector3 const& translation)
 
 Matrix Matrix::rotationMatrix(Vector3 const& axis, double angle)
 {
-    return Matrix(rotation(axis, angle), Vector3());
+    return Matrix(Matrix3::rotationMatrix(axis, angle), Vector3());
 }
 
 Matrix Matrix::frustum(double left, double right, double bottom, double top, double near, double far)

@@ -40,7 +40,7 @@ Matrix3 cofactors(Matrix3 const& a)
                     a[1] * a[5] - a[2] * a[4], a[2] * a[3] - a[0] * a[5], a[0] * a[4] - a[1] * a[3]});
 }
 
-Matrix3 rotation(Vector3 const& axis, double angle)
+Matrix3 Matrix3::rotationMatrix(Vector3 const& axis, double angle)
 {
     UVector3 const u(axis);
     if (u == Vector3())

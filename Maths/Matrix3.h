@@ -22,6 +22,11 @@ public:
     /// The upper left 3x3 part.
     explicit Matrix3(Matrix const& matrix);
 
+    /// Rotation about an axis through the origin (Rodrigues' formula).
+    /// \param axis   any length but 0, which gives the identity
+    /// \param angle  radians, counter-clockwise when the axis points at the viewer
+    [[nodiscard]] static Matrix3 rotationMatrix(Vector3 const& axis, double angle);
+
     /// Element `i` of the nine, row by row; `i` is not checked.
     constexpr double operator[](int i) const { return m[static_cast<std::size_t>(i)]; }
     constexpr double& operator[](int i) { return m[static_cast<std::size_t>(i)]; }
@@ -54,8 +59,3 @@ constexpr Vector3 operator*(Matrix3 const& a, Vector3 const& v)
 /// The matrix of cofactors: determinant times the transposed inverse. It turns normals as `a` turns tangents,
 /// also where `a` has no inverse.
 [[nodiscard]] Matrix3 cofactors(Matrix3 const& a);
-
-/// Rotation about an axis through the origin (Rodrigues' formula).
-/// \param axis   any length but 0, which gives the identity
-/// \param angle  radians, counter-clockwise when the axis points at the viewer
-[[nodiscard]] Matrix3 rotation(Vector3 const& axis, double angle);

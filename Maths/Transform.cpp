@@ -1,6 +1,6 @@
 #include "Maths/Transform.h"
 
-Transform::Transform(Vector3 const& axis, double angle) : rotation_(rotation(axis, angle)) {}
+Transform::Transform(Vector3 const& axis, double angle) : rotation_(Matrix3::rotationMatrix(axis, angle)) {}
 
 Matrix Transform::getMatrix() const
 {

@@ -4,8 +4,8 @@
 
 /// A direction of length 1. Converts to Vector3 freely; the way back normalises.
 ///
-/// The zero vector and vectors with a NaN have no direction: they become (0, 0, 0), so that what is computed
-/// from them stays finite.
+/// The zero vector and vectors that are not finite have no direction: they become (0, 0, 0), so that what is
+/// computed from them stays finite.
 class UVector3 : public Vector3 {
 public:
     /// The z axis.

@@ -10,14 +10,14 @@
 struct Timestamp {
     std::int64_t microseconds = 0;
 
+    /// Microseconds since `earlier`; negative where the clock went back.
+    [[nodiscard]] constexpr std::int64_t diffInMicrosec(Timestamp const& earlier) const
+    {
+        return microseconds - earlier.microseconds;
+    }
+
     constexpr auto operator<=>(Timestamp const&) const = default;
 };
-
-/// Microseconds from `earlier` to `later`; negative where the clock went back.
-[[nodiscard]] constexpr std::int64_t operator-(Timestamp const& later, Timestamp const& earlier)
-{
-    return later.microseconds - earlier.microseconds;
-}
 
 /// The process's clock, RogueSingleton<Timer, TimerFactory>::getInstance(): monotonic unless replaced.
 class Timer : public smart_base {

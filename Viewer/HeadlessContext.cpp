@@ -5,13 +5,21 @@
 #include <epoxy/gl.h>
 
 #include <array>
+#include <cstdlib>
 
 namespace sgview {
 
 namespace {
 
+/// A video driver of SDL that offers OpenGL, and the environment variable without which it has no display.
+struct Way {
+    char const* driver;
+    char const* display;
+};
+
 // The first needs no display at all; the others serve where a display's driver alone offers OpenGL.
-constexpr std::array<char const*, 3> drivers{"offscreen", "x11", "wayland"};
+constexpr std::array<Way, 3> ways{
+    {{"offscreen", nullptr}, {"x11", "DISPLAY"}, {"wayland", "XDG_RUNTIME_DIR"}}};
 
 std::string inWords(int width, int height)
 {
@@ -50,7 +58,9 @@ HeadlessContext::VideoDriver::~VideoDriver()
 HeadlessContext::HeadlessContext(PictureSize size) : size_(size)
 {
     std::string reasons;
-    for (char const* driver : drivers) {
+    for (auto const& [driver, display] : ways) {
+        if (display && !std::getenv(display))
+            continue;
         try {
             open(driver);
             break;

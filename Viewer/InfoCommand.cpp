@@ -9,9 +9,24 @@
 
 namespace sgview {
 
+namespace {
+
+Model loadOrExplain(InfoRequest const& request, Messages const& messages)
+{
+    try {
+        return loadModel(request.model, messages);
+    } catch (ImportError const& error) {
+        if (request.json)
+            writeFailureJson(std::cout, request.model.file.string(), error);
+        throw;
+    }
+}
+
+} // namespace
+
 void run(InfoRequest const& request, Messages const& messages)
 {
-    Model model = loadModel(request.model, messages);
+    Model model = loadOrExplain(request, messages);
     ModelSummary summary = summarise(request.model.file.string(), model);
     summary.posedBy = findAnimation(model, request.model);
     summary.seconds = request.model.seconds;

@@ -93,6 +93,13 @@ Json asJson(SurfaceBounds const& surface)
             {"high", empty ? Json() : asJson(surface.bounds.high)}};
 }
 
+void write(std::ostream& stream, Json const& json)
+{
+    constexpr int indentation = 2;
+    // Names come from files and may be no UTF-8.
+    stream << json.dump(indentation, ' ', false, Json::error_handler_t::replace) << '\n';
+}
+
 } // namespace
 
 ModelSummary summarise(std::string file, Model const& model)
@@ -178,10 +185,15 @@ void writeJson(std::ostream& stream, ModelSummary const& summary)
     json["bounds"] = Json::array();
     for (SurfaceBounds const& surface : summary.bounds)
         json["bounds"].push_back(asJson(surface));
+    write(stream, json);
+}
 
-    constexpr int indentation = 2;
-    // Names come from files and may be no UTF-8.
-    stream << json.dump(indentation, ' ', false, Json::error_handler_t::replace) << '\n';
+void writeFailureJson(std::ostream& stream, std::string const& file, ImportError const& error)
+{
+    Json json;
+    json["file"] = file;
+    json["error"] = {{"kind", nameOf(error.failure())}, {"message", error.what()}};
+    write(stream, json);
 }
 
 } // namespace sgview

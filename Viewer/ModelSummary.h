@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Viewer/Import/ImportError.h"
 #include "Viewer/Import/Model.h"
 #include "Viewer/Scene/ModelInstance.h"
 
@@ -49,5 +50,8 @@ struct ModelSummary {
 /// For people, and as one JSON object. Numbers have all digits that count.
 void writeText(std::ostream& stream, ModelSummary const& summary);
 void writeJson(std::ostream& stream, ModelSummary const& summary);
+
+/// Why there is no summary, as one JSON object: the file and an error of kind and message.
+void writeFailureJson(std::ostream& stream, std::string const& file, ImportError const& error);
 
 } // namespace sgview

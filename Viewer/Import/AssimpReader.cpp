@@ -5,6 +5,7 @@
 #include "Viewer/Import/AssimpFiles.h"
 #include "Viewer/Import/AssimpMaterials.h"
 #include "Viewer/Import/AssimpMeshes.h"
+#include "Viewer/Import/FileNames.h"
 #include "Viewer/Import/ImportError.h"
 
 #include <assimp/Importer.hpp>
@@ -13,8 +14,6 @@
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
 
-#include <algorithm>
-#include <cctype>
 #include <memory>
 #include <new>
 #include <span>
@@ -30,9 +29,7 @@ constexpr unsigned int steps = aiProcess_Triangulate | aiProcess_SortByPType | a
 std::string nameFor(std::filesystem::path const& file, std::string const& extension)
 {
     std::string name = file.filename().string();
-    std::string lower = name;
-    std::ranges::transform(lower, lower.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    std::string const lower = lowerCase(name);
     return "./" + (lower.ends_with("." + extension) ? name : name + "." + extension);
 }
 

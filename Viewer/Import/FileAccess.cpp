@@ -1,5 +1,6 @@
 #include "Viewer/Import/FileAccess.h"
 
+#include "Viewer/Import/FileNames.h"
 #include "Viewer/Import/ImportError.h"
 
 #include <algorithm>
@@ -87,13 +88,6 @@ Bytes readRegularFile(fs::path const& file)
     }
     bytes.resize(done);
     return bytes;
-}
-
-std::string lowerCase(std::string text)
-{
-    std::ranges::transform(text, text.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
 }
 
 /// Forward slashes, no leading "./".

@@ -1,5 +1,6 @@
 #include "Viewer/Import/FileKind.h"
 
+#include "Viewer/Import/FileNames.h"
 #include "Viewer/Import/ImportError.h"
 #include "Viewer/Import/PictureHeader.h"
 
@@ -22,22 +23,14 @@ bool isOneOf(std::string_view word, std::initializer_list<std::string_view> word
     return std::ranges::find(words, word) != words.end();
 }
 
-std::string lowerCase(std::string_view text)
-{
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return lower;
-}
-
-std::string extensionOf(std::string const& name)
+/// As `extensionOf`, with the twofold extensions that tell Ogre's files apart.
+std::string longExtensionOf(std::string const& name)
 {
     std::string const file = lowerCase(name);
     for (std::string_view const twofold : {"mesh.xml", "skeleton.xml"})
         if (file.ends_with("." + std::string(twofold)))
             return std::string(twofold);
-    std::size_t const dot = file.rfind('.');
-    return dot == std::string::npos ? std::string() : file.substr(dot + 1);
+    return extensionOf(name);
 }
 
 std::string beginning(Content content)
@@ -250,7 +243,7 @@ FileKind classify(std::filesystem::path const& file, Content content)
         return {failure, file.string(), reason};
     };
 
-    std::string const extension = extensionOf(file.filename().string());
+    std::string const extension = longExtensionOf(file.filename().string());
     std::string const text = beginning(content);
 
     if (withoutBlanks(text).empty() && content.size() <= inspected)

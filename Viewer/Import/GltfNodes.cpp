@@ -95,6 +95,8 @@ private:
     {
         if (!exists(root))
             fail(root, "it does not exist, though a scene names it");
+        if (result_.indexOf[static_cast<std::size_t>(root)] != none)
+            return;
         struct Item {
             int number;
             Index parent;
@@ -104,11 +106,8 @@ private:
             Item const item = waiting.back();
             waiting.pop_back();
             Index& index = result_.indexOf[static_cast<std::size_t>(item.number)];
-            if (index != none) {
-                if (item.number == root)
-                    return;
-                fail(item.number, "it is its own ancestor");
-            }
+            if (index != none)
+                fail(item.number, "it is its own ancestor, or a scene names it besides its parent");
             index = static_cast<Index>(result_.nodes.size());
             result_.nodes.push_back(read(item.number, item.parent));
             result_.numberOf.push_back(item.number);

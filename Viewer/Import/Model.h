@@ -99,7 +99,8 @@ struct ModelSkin {
 };
 
 /// A place in the hierarchy. Its local map is translation * rotation * scale, or `matrix` where the file gave
-/// one that such parts cannot express (shear); then `hasMatrix` is set, and the node is not animated.
+/// one that such parts cannot express (shear); then `hasMatrix` is set, the parts are the nearest that can be
+/// had, and the node is not animated.
 struct ModelNode {
     std::string name;
     Index parent = none; ///< smaller than the node's own index: parents stand before their children

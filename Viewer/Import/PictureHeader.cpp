@@ -84,7 +84,7 @@ bool isTarga(Content content)
 {
     constexpr std::array<std::uint8_t, 6> types{1, 2, 3, 9, 10, 11};
     constexpr std::array<std::uint8_t, 5> depths{8, 15, 16, 24, 32};
-    return content.size() > 18 && content[1] <= 1 && std::ranges::find(types, content[2]) != types.end() &&
+    return content.size() >= 18 && content[1] <= 1 && std::ranges::find(types, content[2]) != types.end() &&
            std::ranges::find(depths, content[16]) != depths.end();
 }
 

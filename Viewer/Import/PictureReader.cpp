@@ -1,5 +1,6 @@
 #include "Viewer/Import/PictureReader.h"
 
+#include "Viewer/Import/FileNames.h"
 #include "Viewer/Import/PictureHeader.h"
 #include "Viewer/Import/PictureScaler.h"
 
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cctype>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -25,15 +25,6 @@ struct FreeSurface {
     void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
 };
 using Surface = std::unique_ptr<SDL_Surface, FreeSurface>;
-
-std::string extensionOf(std::string_view name)
-{
-    std::size_t const dot = name.rfind('.');
-    std::string extension(dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1));
-    std::ranges::transform(extension, extension.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return extension;
-}
 
 void checkSize(std::int64_t width, std::int64_t height)
 {

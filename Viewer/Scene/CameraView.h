@@ -1,7 +1,9 @@
 #pragma once
 
+#include "Maths/Vector3.h"
 #include "SceneGraph/CameraBase.h"
-#include "Viewer/Scene/Bounds.h"
+
+#include <vector>
 
 namespace sgview {
 
@@ -15,10 +17,11 @@ struct CameraView {
 /// The way the camera looks, in world space; unit length.
 [[nodiscard]] Vector3 viewDirection(CameraView const& view);
 
-/// A perspective camera that has all of `bounds` in view, with a small margin.
-/// \param bounds         where it is empty, a box of size 2 about the origin is looked at
+/// A perspective camera from the nearest place that has all points in view, with a small margin.
+/// \param points         those that are not finite do not count; where none are left, a cube of size 2 about
+///                       the origin is looked at
 /// \param width, height  of the picture in pixels, greater than 0
-[[nodiscard]] smart_ptr<CameraBase> fitCamera(Bounds const& bounds, CameraView const& view, int width,
-                                              int height);
+[[nodiscard]] smart_ptr<CameraBase> fitCamera(std::vector<Vector3> const& points, CameraView const& view,
+                                              int width, int height);
 
 } // namespace sgview

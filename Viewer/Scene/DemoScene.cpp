@@ -17,9 +17,10 @@ namespace {
 
 constexpr double pi = std::numbers::pi;
 
-// Fixed, so that the picture stays put while the creatures move.
-constexpr Vector3 stageLow{-1.65, -0.6, -0.6};
-constexpr Vector3 stageHigh{1.65, 1.35, 0.9};
+// Fixed, so that the picture stays put while the creatures move: corners of what must be seen, and points
+// before and behind it that keep the near and far planes away.
+std::vector<Vector3> const stage{{-2.1, -0.8, 0.5}, {2.1, -0.8, 0.5}, {-2.1, 1.5, -0.5},
+                                 {2.1, 1.5, -0.5},  {0.0, 0.35, 2.5}, {0.0, 0.35, -6.0}};
 constexpr CameraView stageView{0.0, 14.0, 1.0};
 
 /// Creatures in one scene swim out of step.
@@ -34,7 +35,8 @@ struct Place {
 smart_ptr<SGTransformNode> placed(smart_ptr<SGNode> const& parent, Place const& place)
 {
     auto node = make_smart<SGTransformNode>(parent);
-    node->transform = Transform(rotation(Vector3(0.0, 1.0, 0.0), place.heading), place.position, place.scale);
+    node->transform = Transform(Matrix3::rotationMatrix(Vector3(0.0, 1.0, 0.0), place.heading),
+                                place.position, place.scale);
     return node;
 }
 
@@ -43,7 +45,7 @@ smart_ptr<SGTransformNode> placed(smart_ptr<SGNode> const& parent, Place const& 
 smart_ptr<SGTransformNode> mirrored(smart_ptr<SGNode> const& parent)
 {
     auto node = make_smart<SGTransformNode>(parent);
-    node->transform = Transform(rotation(Vector3(1.0, 0.0, 0.0), pi), Vector3(), -1.0);
+    node->transform = Transform(Matrix3::rotationMatrix(Vector3(1.0, 0.0, 0.0), pi), Vector3(), -1.0);
     return node;
 }
 
@@ -102,9 +104,6 @@ void DemoScene::pose(double seconds)
 
 void DemoScene::setView(int width, int height)
 {
-    Bounds stage;
-    stage.add(stageLow);
-    stage.add(stageHigh);
     camera_->camera = fitCamera(stage, stageView, width, height);
 }
 

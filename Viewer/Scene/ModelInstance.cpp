@@ -174,22 +174,36 @@ std::vector<SurfaceBounds> ModelInstance::surfaceBounds() const
     return all;
 }
 
-Bounds ModelInstance::boundsOf(Item const& item) const
+std::vector<Vector3> ModelInstance::posedVertices() const
+{
+    std::vector<Vector3> all;
+    for (Item const& item : items_)
+        forEachVertex(item, [&all](Vector3 const& vertex) { all.push_back(vertex); });
+    return all;
+}
+
+template <typename Function>
+void ModelInstance::forEachVertex(Item const& item, Function function) const
 {
     Matrix const top = top_->transform.getMatrix();
     std::vector<Vector3> const& vertices = item.rest->get()->vertices;
-    Bounds bounds;
     if (item.skin == none) {
         Matrix const map = top * item.map;
         for (Vector3 const& vertex : vertices)
-            bounds.add(transformPoint(map, vertex));
-        return bounds;
+            function(transformPoint(map, vertex));
+        return;
     }
     auto const* const surface = static_cast<SGSurfaceGeometryReferenceNode const*>(item.drawn.get());
     BoneWeightsData const& weights = *surface->getBoneWeights()->get();
     std::vector<BoneTransform> const& bones = surface->getBoneTransforms()->get().transforms;
     for (std::size_t i = 0; i < vertices.size(); ++i)
-        bounds.add(transformPoint(top, skinned(vertices[i], weights.influences(i), bones)));
+        function(transformPoint(top, skinned(vertices[i], weights.influences(i), bones)));
+}
+
+Bounds ModelInstance::boundsOf(Item const& item) const
+{
+    Bounds bounds;
+    forEachVertex(item, [&bounds](Vector3 const& vertex) { bounds.add(vertex); });
     return bounds;
 }
 

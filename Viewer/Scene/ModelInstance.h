@@ -41,6 +41,9 @@ public:
     /// Every surface and curve as posed, in the space of the instance's parent.
     [[nodiscard]] std::vector<SurfaceBounds> surfaceBounds() const;
 
+    /// Every vertex of every surface and curve as posed, in the space of the instance's parent.
+    [[nodiscard]] std::vector<Vector3> posedVertices() const;
+
 private:
     /// A surface or curve somewhere in the model.
     struct Item {
@@ -61,6 +64,8 @@ private:
     smart_ptr<SGNode> transformNode(Index node);
     void poseSkins(std::vector<Matrix> const& globals);
     void bake(Item& item, Matrix3 const& stretching) const;
+    template <typename Function>
+    void forEachVertex(Item const& item, Function function) const;
     [[nodiscard]] Bounds boundsOf(Item const& item) const;
 
     std::shared_ptr<ModelResources const> resources_;

@@ -53,7 +53,7 @@ Bounds ModelScene::bounds() const
 
 void ModelScene::setView(CameraView const& view, int width, int height)
 {
-    camera_->camera = fitCamera(bounds(), view, width, height);
+    camera_->camera = fitCamera(instance_.posedVertices(), view, width, height);
     instance_.sortBlended(viewDirection(view));
 }
 

@@ -1,0 +1,127 @@
+#include "Tests/Command/Sgview.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class InfoCommand : public SgviewTest {
+protected:
+    [[nodiscard]] json info(std::vector<std::string> arguments) const
+    {
+        arguments.insert(arguments.begin(), "info");
+        arguments.push_back("--json");
+        return json::parse(runWell(arguments));
+    }
+};
+
+TEST_F(InfoCommand, CountsWhatIsInAModel)
+{
+    json const model = info({testModel("skinSixInfluences.gltf")});
+    EXPECT_EQ(model["file"], testModel("skinSixInfluences.gltf"));
+    EXPECT_THAT(model["format"].get<std::string>(), StartsWith("glTF 2.0"));
+    EXPECT_EQ(model["surfaces"], 2);
+    EXPECT_EQ(model["triangles"], 480);
+    EXPECT_EQ(model["curves"], 0);
+    EXPECT_EQ(model["bones"], 6);
+    EXPECT_EQ(model["influences"], json({{"mostInFile", 6}, {"most", 4}, {"dropped", 220}}));
+    EXPECT_EQ(model["materials"], json({"sleeve", "fist"}));
+    EXPECT_EQ(model["textures"], json::array());
+    EXPECT_EQ(model["animations"], json::parse(R"([{"name": "bend", "seconds": 1.0}])"));
+    EXPECT_EQ(model["warnings"], json::array());
+    EXPECT_EQ(model["pose"], json::parse(R"({"animation": null, "seconds": 0.0})"));
+    EXPECT_EQ(model["bounds"].size(), 2U);
+}
+
+TEST_F(InfoCommand, TexturesHaveSizes)
+{
+    EXPECT_EQ(info({creature()})["textures"],
+              json::parse(R"([{"name": "embedded 0", "width": 512, "height": 512}])"));
+}
+
+TEST_F(InfoCommand, CurvesAreCounted)
+{
+    json const model = info({testModel("lines.gltf")});
+    EXPECT_EQ(model["surfaces"], 0);
+    EXPECT_EQ(model["curves"].get<std::size_t>(), model["bounds"].size());
+    EXPECT_GT(model["curves"], 0);
+}
+
+TEST_F(InfoCommand, BoundsOfAStaticModelAreThoseOfItsFile)
+{
+    writeFile("square.obj", "o square\nv 0.1 -2 0\nv 1 -2 0\nv 1 1e-7 0.30000000000000004\nf 1 2 3\n");
+    json const bounds = info({"square.obj"})["bounds"];
+    ASSERT_EQ(bounds.size(), 1U);
+    EXPECT_EQ(bounds[0]["name"], "square");
+    // What the file's library keeps in 32 bits comes out with all of them.
+    EXPECT_EQ(bounds[0]["low"], json({0.1F, -2.0, 0.0}));
+    EXPECT_EQ(bounds[0]["high"], json({1.0, 1e-7F, 0.30000000000000004F}));
+}
+
+TEST_F(InfoCommand, BoundsFollowThePose)
+{
+    json const start = info({testModel("rigid.gltf"), "--animation", "lift"});
+    json const later = info({testModel("rigid.gltf"), "--animation", "0", "--time", "1.25"});
+    EXPECT_EQ(later["pose"], json::parse(R"({"animation": 0, "seconds": 1.25})"));
+    EXPECT_EQ(start["pose"], json::parse(R"({"animation": 0, "seconds": 0.0})"));
+    ASSERT_EQ(later["bounds"].size(), 3U);
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_NE(later["bounds"][i], start["bounds"][i]);
+}
+
+TEST_F(InfoCommand, TextSaysTheSame)
+{
+    std::vector<std::string> const arguments{testModel("skin8bit.gltf"), "--animation", "wave", "--time",
+                                             "0.4"};
+    json const model = info(arguments);
+    std::string const text =
+        runWell({"info", testModel("skin8bit.gltf"), "--animation", "wave", "--time", "0.4"});
+    EXPECT_THAT(text, HasSubstr("surfaces:    2\n"));
+    EXPECT_THAT(text, HasSubstr("triangles:   480\n"));
+    EXPECT_THAT(text, HasSubstr("bones:       4\n"));
+    EXPECT_THAT(text, HasSubstr("animations:  1\n  0 'wave', 1 s\n"));
+    EXPECT_THAT(text, HasSubstr("bounds:      'wave' at 0.4 s\n"));
+    for (json const& surface : model["bounds"])
+        for (char const* corner : {"low", "high"})
+            for (json const& component : surface[corner])
+                EXPECT_THAT(text, HasSubstr(component.dump()));
+}
+
+TEST_F(InfoCommand, DroppedInfluencesAreSaid)
+{
+    EXPECT_THAT(runWell({"info", testModel("skinSixInfluences.gltf")}),
+                HasSubstr("influences:  4 a vertex at most (6 in the file; 220 of the weakest dropped)\n"));
+    EXPECT_THAT(runWell({"info", testModel("unlit.gltf")}), HasSubstr("influences:  none\n"));
+}
+
+TEST_F(InfoCommand, WarningsArePartOfTheAnswer)
+{
+    writeFile("square.obj",
+              "mtllib square.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nvt 0 0\nusemtl m\nf 1/1 2/1 3/1\n");
+    writeFile("square.mtl", "newmtl m\nmap_Kd missing.png\n");
+    json const model = info({"square.obj"});
+    ASSERT_EQ(model["warnings"].size(), 1U);
+    EXPECT_THAT(model["warnings"][0].get<std::string>(), HasSubstr("missing.png"));
+    EXPECT_THAT(runWell({"info", "square.obj"}), HasSubstr("warnings:    1\n  "));
+}
+
+TEST_F(InfoCommand, NamesThatAreNoTextStillMakeWellFormedJson)
+{
+    writeFile("strange\x01.obj", "o caf\xe9 \\\"x\nv 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n");
+    json const model = info({"strange\x01.obj"});
+    EXPECT_EQ(model["file"], "strange\x01.obj");
+    EXPECT_THAT(model["bounds"][0]["name"].get<std::string>(), StartsWith("caf\xef\xbf\xbd"));
+}
+
+TEST_F(InfoCommand, FullStandardOutput)
+{
+    Circumstances full;
+    full.output = "/dev/full";
+    expectFailure({"info", creature()}, 1, "standard output cannot be written", full);
+}
+
+} // namespace

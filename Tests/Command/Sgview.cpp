@@ -1,0 +1,152 @@
+#include "Tests/Command/Sgview.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iterator>
+
+#include <fcntl.h>
+#include <linux/capability.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string readAll(fs::path const& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+fs::path makeFolder(std::string const& purpose)
+{
+    std::string name = (fs::temp_directory_path() / ("sgview-" + purpose + "-XXXXXX")).string();
+    return ::mkdtemp(name.data());
+}
+
+void arrange(Circumstances const& circumstances)
+{
+    for (auto const& [name, value] : circumstances.environment) {
+        if (value)
+            ::setenv(name.c_str(), value->c_str(), 1);
+        else
+            ::unsetenv(name.c_str());
+    }
+    if (circumstances.largestFile) {
+        rlimit const limit{*circumstances.largestFile, *circumstances.largestFile};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    if (circumstances.asAnybody)
+        for (int right : {CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH})
+            ::prctl(PR_CAPBSET_DROP, right, 0, 0, 0); // who is not root has no such right anyway
+}
+
+/// Runs in the forked child.
+[[noreturn]] void becomeSgview(std::vector<std::string> arguments, fs::path const& folder,
+                               fs::path const& streams, Circumstances const& circumstances)
+{
+    for (auto const& [number, name] : {std::pair(1, "output"), std::pair(2, "errors")})
+        ::dup2(::open((streams / name).c_str(), O_WRONLY | O_CREAT, 0600), number);
+    ::dup2(::open("/dev/null", O_RDONLY), 0);
+    if (circumstances.output)
+        ::dup2(::open(circumstances.output->c_str(), O_WRONLY), 1);
+    arrange(circumstances);
+    std::vector<char*> pointers;
+    for (std::string& argument : arguments)
+        pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    if (::chdir(folder.c_str()) == 0)
+        ::execv(SGVIEW, pointers.data());
+    ::_exit(127);
+}
+
+} // namespace
+
+SgviewTest::SgviewTest() : folder(makeFolder("test")) {}
+
+SgviewTest::~SgviewTest()
+{
+    fs::permissions(folder, fs::perms::owner_all);
+    fs::remove_all(folder);
+}
+
+Outcome SgviewTest::run(std::vector<std::string> const& arguments, Circumstances const& circumstances) const
+{
+    std::vector<std::string> all{"sgview"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    fs::path const streams = makeFolder("streams");
+
+    pid_t const process = ::fork();
+    if (process == 0)
+        becomeSgview(all, folder, streams, circumstances);
+    int status = 0;
+    ::waitpid(process, &status, 0);
+    Outcome const outcome{WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+                          WIFSIGNALED(status) ? WTERMSIG(status) : 0, readAll(streams / "output"),
+                          readAll(streams / "errors")};
+    fs::remove_all(streams);
+    return outcome;
+}
+
+std::string SgviewTest::runWell(std::vector<std::string> const& arguments) const
+{
+    Outcome const outcome = run(arguments);
+    EXPECT_EQ(outcome.status, 0) << testing::PrintToString(arguments);
+    EXPECT_EQ(outcome.signal, 0);
+    EXPECT_EQ(outcome.errors, "");
+    return outcome.output;
+}
+
+std::string SgviewTest::render(std::string const& name, std::vector<std::string> arguments) const
+{
+    arguments.insert(arguments.begin(), "render");
+    arguments.insert(arguments.end(), {"--output", name});
+    EXPECT_EQ(runWell(arguments), "");
+    return contentOf(name);
+}
+
+void SgviewTest::expectFailure(std::vector<std::string> const& arguments, int status, std::string const& line,
+                               Circumstances const& circumstances) const
+{
+    SCOPED_TRACE(testing::PrintToString(arguments));
+    std::vector<std::string> const before = filesInFolder();
+    Outcome const outcome = run(arguments, circumstances);
+    EXPECT_EQ(outcome.status, status);
+    EXPECT_EQ(outcome.signal, 0);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors, "sgview: " + line + "\n");
+    EXPECT_EQ(filesInFolder(), before);
+}
+
+void SgviewTest::writeFile(std::string const& name, std::string const& content) const
+{
+    std::ofstream(folder / name, std::ios::binary) << content;
+}
+
+std::string SgviewTest::contentOf(std::string const& name) const
+{
+    return readAll(folder / name);
+}
+
+std::vector<std::string> SgviewTest::filesInFolder() const
+{
+    std::vector<std::string> names;
+    for (fs::directory_entry const& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::string testModel(std::string const& name)
+{
+    return SG_SOURCE_FOLDER "/Tests/Models/" + name;
+}
+
+std::string creature()
+{
+    return SG_SOURCE_FOLDER "/Assets/creature.glb";
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// How a run of sgview ended.
+struct Outcome {
+    int status = -1; ///< exit status; -1 where a signal ended it
+    int signal = 0;
+    std::string output;
+    std::string errors;
+};
+
+/// Under what circumstances sgview runs.
+struct Circumstances {
+    std::map<std::string, std::optional<std::string>> environment; ///< on top of the test's own; none unsets
+    std::optional<std::uintmax_t> largestFile;                     ///< bytes
+    bool asAnybody = false;            ///< without root's right to read and write everything
+    std::optional<std::string> output; ///< file that standard output goes to, instead of the outcome
+};
+
+/// A test that runs sgview as a person types it, in a folder of its own.
+class SgviewTest : public testing::Test {
+protected:
+    SgviewTest();
+    ~SgviewTest() override;
+
+    [[nodiscard]] Outcome run(std::vector<std::string> const& arguments,
+                              Circumstances const& circumstances = {}) const;
+
+    /// Runs what ought to go well: no word on standard error, exit status 0.
+    [[nodiscard]] std::string runWell(std::vector<std::string> const& arguments) const;
+
+    /// Draws into `name`, which ought to go well; returns the file's bytes.
+    [[nodiscard]] std::string render(std::string const& name, std::vector<std::string> arguments) const;
+
+    /// Expects one line of sgview's on standard error, nothing on standard output, nothing left in the folder
+    /// that was not there before.
+    void expectFailure(std::vector<std::string> const& arguments, int status, std::string const& line,
+                       Circumstances const& circumstances = {}) const;
+
+    void writeFile(std::string const& name, std::string const& content) const;
+    [[nodiscard]] std::string contentOf(std::string const& name) const;
+    [[nodiscard]] std::vector<std::string> filesInFolder() const;
+
+    std::filesystem::path folder;
+};
+
+/// A model of the project's own.
+[[nodiscard]] std::string testModel(std::string const& name);
+
+/// The demonstration creature: skinned, textured, animations "swim" and "look".
+[[nodiscard]] std::string creature();

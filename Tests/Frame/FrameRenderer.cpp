@@ -1,0 +1,18 @@
+#include "Tests/Frame/FrameRenderer.h"
+
+std::unique_ptr<sgview::OffscreenRenderer> FrameRenderer::renderer;
+
+void FrameRenderer::SetUp()
+{
+    renderer = std::make_unique<sgview::OffscreenRenderer>(sgview::PictureSize{side, side});
+}
+
+void FrameRenderer::TearDown()
+{
+    renderer.reset();
+}
+
+sgview::Picture FrameRenderer::draw(smart_ptr<SGRootNode> const& root)
+{
+    return renderer->draw(root);
+}

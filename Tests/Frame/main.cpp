@@ -1,0 +1,11 @@
+#include "Tests/Frame/FrameRenderer.h"
+
+#include "Utilities/Log.h"
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    Log::getInstance().setEnabled("opengl", false);
+    testing::AddGlobalTestEnvironment(new FrameRenderer);
+    return RUN_ALL_TESTS();
+}

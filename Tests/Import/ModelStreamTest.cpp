@@ -1,0 +1,99 @@
+#include "Viewer/Import/ModelStream.h"
+
+#include "Tests/Import/SampleModel.h"
+#include "Viewer/Import/ImportError.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <random>
+
+namespace sgview {
+
+namespace {
+
+std::vector<std::uint8_t> written(Model const& model)
+{
+    std::vector<std::uint8_t> bytes;
+    writeModel(model, [&](std::span<std::uint8_t const> piece) {
+        bytes.insert(bytes.end(), piece.begin(), piece.end());
+    });
+    return bytes;
+}
+
+} // namespace
+
+TEST(ModelStream, RoundTripsEveryMember)
+{
+    Model const model = makeSampleModel();
+    std::vector<std::uint8_t> const bytes = written(model);
+    Model const read = readModel(bytes);
+    // Whatever the stream lost would be missing from the second writing, too: so look at the ends as well.
+    EXPECT_EQ(written(read), bytes);
+    EXPECT_EQ(read.format, "sample");
+    EXPECT_EQ(read.images[0].rows, model.images[0].rows);
+    EXPECT_EQ(read.materials[0].shininess, 12.0F);
+    EXPECT_TRUE(read.materials[0].textures[0].clamp);
+    EXPECT_EQ(read.surfaces[0].droppedInfluences, 7);
+    EXPECT_EQ(read.surfaces[0].mostInfluencesInFile, 5);
+    EXPECT_EQ(read.surfaces[0].influences[1].weight, 0.75);
+    EXPECT_TRUE(read.curves[0].closed);
+    EXPECT_EQ(read.skins[0].bones[0].inverseBind, model.skins[0].bones[0].inverseBind);
+    EXPECT_TRUE(read.nodes[2].hasMatrix);
+    EXPECT_EQ(read.nodes[2].matrix, model.nodes[2].matrix);
+    EXPECT_EQ(read.nodes[1].scale, Vector3(1, 2, 3));
+    EXPECT_EQ(read.animations[0].channels[0].rotation.interpolation, Interpolation::cubic);
+    EXPECT_EQ(read.animations[0].channels[0].scale.values[1], Vector3(2, 2, 2));
+    EXPECT_EQ(read.warnings, model.warnings);
+}
+
+TEST(ModelStream, WritesLargeListsWhole)
+{
+    Model model = makeSampleModel();
+    model.surfaces[0].positions.assign(100000, {1, 2, 3});
+    EXPECT_EQ(readModel(written(model)).surfaces[0].positions.size(), 100000U);
+}
+
+TEST(ModelStream, RefusesEveryTruncation)
+{
+    std::vector<std::uint8_t> const bytes = written(makeSampleModel());
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        // An allocation of exactly that size, so that a read beyond it is seen.
+        auto const piece = std::make_unique<std::uint8_t[]>(size);
+        std::copy_n(bytes.begin(), size, piece.get());
+        EXPECT_THROW((void)readModel({piece.get(), size}), ImportError) << size;
+    }
+}
+
+TEST(ModelStream, RefusesBytesLeftOver)
+{
+    std::vector<std::uint8_t> bytes = written(makeSampleModel());
+    bytes.push_back(0);
+    EXPECT_THROW((void)readModel(bytes), ImportError);
+}
+
+TEST(ModelStream, SurvivesAnyByte)
+{
+    std::vector<std::uint8_t> const bytes = written(makeSampleModel());
+    std::mt19937 random(7);
+    for (int round = 0; round < 20000; ++round) {
+        std::vector<std::uint8_t> hostile = bytes;
+        for (int i = 0; i < 3; ++i)
+            hostile[random() % hostile.size()] = static_cast<std::uint8_t>(random());
+        try {
+            EXPECT_LE(readModel(hostile).surfaces.size(), bytes.size());
+        } catch (ImportError const& error) {
+            EXPECT_EQ(error.failure(), ImportFailure::broken);
+        }
+    }
+}
+
+TEST(ModelStream, TakesNoMemoryForAnEmptyPromise)
+{
+    std::vector<std::uint8_t> bytes(8, 0xFF);
+    EXPECT_THROW((void)readModel(bytes), ImportError);
+}
+
+} // namespace sgview

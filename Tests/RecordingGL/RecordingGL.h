@@ -1,0 +1,92 @@
+#pragma once
+
+#include <epoxy/gl.h>
+
+#include <array>
+#include <deque>
+#include <initializer_list>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Stands in for OpenGL: records every call as text, such as "glEnable(GL_BLEND)", and answers queries as it
+/// is told. One lives at a time; a call while none lives ends the process.
+///
+/// An entry point is a line in GLCalls.def, or a function in EntryPoints.cpp where it answers or keeps state.
+class RecordingGL {
+public:
+    /// The texture names or the like that were given out and taken back.
+    struct Names {
+        int generated = 0;
+        int deleted = 0;
+        std::set<GLuint> live;
+    };
+
+    /// What one draw call took from the enabled client arrays: an entry a vertex, in the order drawn.
+    struct Draw {
+        std::vector<std::array<float, 3>> positions;
+        std::vector<std::array<float, 3>> normals;
+        std::map<GLenum, std::vector<std::array<float, 2>>> textureCoordinates; ///< by texture unit
+    };
+
+    RecordingGL();
+    RecordingGL(RecordingGL const&) = delete;
+    RecordingGL& operator=(RecordingGL const&) = delete;
+    ~RecordingGL();
+
+    /// The one that lives.
+    [[nodiscard]] static RecordingGL& current();
+
+    [[nodiscard]] std::vector<std::string> const& calls() const { return calls_; }
+    /// The calls so far; starts the record anew.
+    [[nodiscard]] std::vector<std::string> takeCalls();
+    /// How many calls there were of one entry point.
+    [[nodiscard]] int count(std::string_view entryPoint) const;
+
+    void setString(GLenum name, std::optional<std::string> text) { strings_[name] = std::move(text); }
+    /// A limit that is not set is left as the caller had it, as an OpenGL does that does not know it.
+    void setIntegers(GLenum name, std::vector<GLint> values) { integers_[name] = std::move(values); }
+    /// What glGetError answers next, after those already waiting.
+    void queueError(GLenum error) { errors_.push_back(error); }
+    /// What glReadPixels writes.
+    void setPixels(std::vector<unsigned char> pixels) { pixels_ = std::move(pixels); }
+    /// Prints this pointer as `label`.
+    void namePointer(void const* pointer, std::string label) { labels_[pointer] = std::move(label); }
+
+    [[nodiscard]] Names const& textures() const { return textures_; }
+    [[nodiscard]] std::vector<Draw> const& draws() const { return draws_; }
+    /// Handles entry points that cannot be found, as epoxy would.
+    [[nodiscard]] static epoxy_resolver_failure_handler_t& resolverFailureHandler();
+
+    // For the entry points.
+    void record(std::string_view entryPoint, std::initializer_list<std::string> arguments);
+    [[nodiscard]] std::string pointerText(void const* pointer) const;
+    [[nodiscard]] GLubyte const* string(GLenum name) const;
+    void answerIntegers(GLenum name, GLint* values) const;
+    [[nodiscard]] GLenum takeError();
+    void answerPixels(void* data, std::size_t size) const;
+    void generate(Names& names, GLsizei count, GLuint* result) const;
+    static void remove(Names& names, GLsizei count, GLuint const* removed);
+    void draw(std::vector<GLuint> const& vertices);
+
+    Names& editTextures() { return textures_; }
+    GLenum clientUnit = GL_TEXTURE0_ARB;
+    float const* positionPointer = nullptr;
+    float const* normalPointer = nullptr;
+    std::map<GLenum, float const*> textureCoordinatePointers;
+    std::set<GLenum> enabledArrays; ///< GL_VERTEX_ARRAY, GL_NORMAL_ARRAY
+    std::set<GLenum> enabledTextureCoordinates;
+
+private:
+    std::vector<std::string> calls_;
+    std::map<GLenum, std::optional<std::string>> strings_;
+    std::map<GLenum, std::vector<GLint>> integers_;
+    std::deque<GLenum> errors_;
+    std::vector<unsigned char> pixels_;
+    std::map<void const*, std::string> labels_;
+    Names textures_;
+    std::vector<Draw> draws_;
+};
