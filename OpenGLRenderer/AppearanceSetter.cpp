@@ -32,11 +32,6 @@ void setMaterial(Material const& material)
     glMaterialf(GL_BACK, GL_SHININESS, material.shininess);
 }
 
-GLenum unitName(int unit)
-{
-    return GL_TEXTURE0_ARB + static_cast<GLenum>(unit);
-}
-
 void setEnvironment(SGTextureLayer const& layer, int unit)
 {
     if (!layer.blendWithColor) {
@@ -50,7 +45,7 @@ void setEnvironment(SGTextureLayer const& layer, int unit)
     if (unit != 0) { // unit 0 gets the colour too
         glActiveTextureARB(GL_TEXTURE0_ARB);
         glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, layer.color.data());
-        glActiveTextureARB(unitName(unit));
+        glActiveTextureARB(textureUnitName(unit));
     }
 }
 
@@ -71,7 +66,7 @@ void setTexture(SGTextureLayer const& layer, int unit)
     if (!texture)
         return;
     if (usesMultitexturing())
-        glActiveTextureARB(unitName(unit));
+        glActiveTextureARB(textureUnitName(unit));
     glBindTexture(GL_TEXTURE_2D, texture->name());
     glEnable(GL_TEXTURE_2D);
     setEnvironment(layer, unit);
@@ -96,7 +91,7 @@ void AppearanceSetter::leave(SGGeometryNode* node)
         glDisable(GL_BLEND);
     for (int unit = drawnLayerCount(*node) - 1; unit >= 0; --unit) {
         if (usesMultitexturing())
-            glActiveTextureARB(unitName(unit));
+            glActiveTextureARB(textureUnitName(unit));
         glDisable(GL_TEXTURE_2D);
     }
 }

@@ -18,6 +18,11 @@ inline std::string const triangleFlipperDatabase = "GLTriangleFlipperDatabase";
 inline std::string const unanimatedData = "GLUnanimatedData";
 inline std::string const uncolorizedTextureData = "GLUncolorizedTextureData";
 inline std::string const unflippedTriangleData = "GLUnflippedTriangleData";
+inline std::string const vbo = "GLVBO";
+inline std::string const vboBoneIndices = "GLVBOBoneIndices";
+inline std::string const vboBoneWeights = "GLVBOBoneWeights";
+inline std::string const vertexProgramData = "GLVertexProgramData";
+inline std::string const vertexShaderData = "GLVertexShaderData";
 inline std::string const viewMatrix = "GLViewMatrix";
 
 } // namespace ExtraDataKeys

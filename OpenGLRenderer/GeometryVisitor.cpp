@@ -21,15 +21,10 @@ float const* floatsOf(SGObject const& object)
     return getExtraData<FloatData<float>>(object, ExtraDataKeys::floats)->values.data();
 }
 
-GLenum unitName(int unit)
-{
-    return GL_TEXTURE0_ARB + static_cast<GLenum>(unit);
-}
-
 void selectClientUnit(int unit)
 {
     if (usesMultitexturing())
-        glClientActiveTextureARB(unitName(unit));
+        glClientActiveTextureARB(textureUnitName(unit));
 }
 
 void setCornerTextures(SGQuadNode const& node, int layers, std::size_t corner)
@@ -39,7 +34,7 @@ void setCornerTextures(SGQuadNode const& node, int layers, std::size_t corner)
     };
     if (usesMultitexturing()) {
         for (int layer = 0; layer < layers; ++layer)
-            glMultiTexCoord2dARB(unitName(layer), coordinate(layer).x, coordinate(layer).y);
+            glMultiTexCoord2dARB(textureUnitName(layer), coordinate(layer).x, coordinate(layer).y);
     } else if (layers > 0) {
         glTexCoord2d(coordinate(0).x, coordinate(0).y);
     }

@@ -3,7 +3,7 @@
 #include "OpenGLRenderer/ExtraData.h"
 #include "OpenGLRenderer/ExtraDataKeys.h"
 #include "OpenGLRenderer/NoVBOTag.h"
-#include "SceneGraph/SGSurfaceGeometryReferenceNode.h"
+#include "OpenGLRenderer/Skinning.h"
 
 namespace {
 
@@ -45,14 +45,11 @@ smart_ptr<SurfaceGeometryData const> skinned(GeometryData const& geometry, Surfa
 
 void ManualAnimator::enter(SGSurfaceGeometryReferenceNode* node)
 {
-    if (!node->getBoneTransforms() || !node->getBoneWeights())
+    if (!isSkinned(*node))
         return;
-    std::vector<BoneTransform> const& pose = node->getBoneTransforms()->get().transforms;
-    if (pose.empty())
-        return;
-
-    smart_ptr<SurfaceGeometryData const> const deformed = skinned(
-        *node->getGeometry()->get(), *node->getNormals()->get(), *node->getBoneWeights()->get(), pose);
+    smart_ptr<SurfaceGeometryData const> const deformed =
+        skinned(*node->getGeometry()->get(), *node->getNormals()->get(), *node->getBoneWeights()->get(),
+                poseOf(*node));
     auto rest = make_smart<UnanimatedData>(node->getGeometry(), node->getNormals());
     // New wrappers: no cache has seen them, so all that hangs on a wrapper is made for this frame.
     node->setGeometry(make_smart<SharedGeometry>(deformed));

@@ -2,6 +2,7 @@
 
 #include "OpenGLRenderer/Capabilities.h"
 #include "OpenGLRenderer/GLString.h"
+#include "OpenGLRenderer/GraphicsDiagnostic.h"
 #include "OpenGLRenderer/Strategist.h"
 #include "Utilities/Log.h"
 #include "Utilities/Strings.h"
@@ -105,6 +106,16 @@ void GLRenderer::readPixels(int x, int y, int width, int height, PixelFormat for
         unsigned char* const lower = data + rowSize * i;
         std::swap_ranges(lower, lower + rowSize, data + rowSize * (height - 1 - i));
     }
+}
+
+bool GLRenderer::isDiagnosticNeeded() const
+{
+    return GraphicsDiagnostic::isDiagnosticNeeded();
+}
+
+void GLRenderer::readDiagnosticResults()
+{
+    GraphicsDiagnostic::readDiagnosticResults();
 }
 
 GLenum GLRenderer::getGLFormat(PixelFormat format)

@@ -27,6 +27,9 @@ public:
 
     void readPixels(int x, int y, int width, int height, PixelFormat format, unsigned char* data) override;
 
+    [[nodiscard]] bool isDiagnosticNeeded() const override;
+    void readDiagnosticResults() override;
+
     [[nodiscard]] static GLenum getGLFormat(PixelFormat format);
 
     /// Takes one error from OpenGL, if there is one, and logs it with the place where it was found.

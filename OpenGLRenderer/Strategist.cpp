@@ -9,6 +9,10 @@
 #include "OpenGLRenderer/ManualColorizer.h"
 #include "OpenGLRenderer/ManualTriangleFlipper.h"
 #include "OpenGLRenderer/SharedTextureTraverser.h"
+#include "OpenGLRenderer/VBOCreator.h"
+#include "OpenGLRenderer/VBOGeometryVisitor.h"
+#include "OpenGLRenderer/VertexProgramVisitor.h"
+#include "OpenGLRenderer/VertexShaderVisitor.h"
 #include "SceneGraph/SGCombinationVisitor.h"
 #include "SceneGraph/SGTraverser.h"
 
@@ -21,32 +25,41 @@ smart_ptr<SGNodeVisitor> walk(smart_ptr<SGNodeVisitor> visitor)
     return make_smart<SGTraverser>(std::move(visitor));
 }
 
-Passes drawingPasses()
+Passes drawingPasses(Capabilities const& caps)
 {
     Passes passes;
     passes.push_back(make_smart<CameraLightsTransformVisitor>());
     passes.push_back(make_smart<AppearanceSetter>());
-    passes.push_back(make_smart<GeometryVisitor>());
+    if (caps.vertexProgram)
+        passes.push_back(make_smart<VertexProgramVisitor>(false));
+    else if (caps.vertexShader)
+        passes.push_back(make_smart<VertexShaderVisitor>());
+    if (caps.vbo)
+        passes.push_back(make_smart<VBOGeometryVisitor>());
+    else
+        passes.push_back(make_smart<GeometryVisitor>());
     return passes;
 }
 
 } // namespace
 
-Passes Strategist::computeStrategy(Capabilities const&)
+Passes Strategist::computeStrategy(Capabilities const& caps)
 {
-    // Skinning and drawing happen on the processor's side whatever the card can do: no pass yet does either
-    // on the card, and a surface must be skinned by one of them.
-    bool const useProgramSkinning = false;
+    bool const useProgramSkinning = caps.vertexProgram || caps.vertexShader;
 
     Passes strategy;
     strategy.push_back(walk(make_smart<ManualColorizer>()));
     strategy.push_back(walk(make_smart<ManualTriangleFlipper>(useProgramSkinning)));
-    strategy.push_back(walk(make_smart<ManualAnimator>()));
+    if (!useProgramSkinning)
+        strategy.push_back(walk(make_smart<ManualAnimator>()));
     strategy.push_back(walk(make_smart<ConverterToFloats>(useProgramSkinning)));
     strategy.push_back(make_smart<GeneralSetupVisitor>());
+    if (caps.vbo)
+        strategy.push_back(walk(make_smart<VBOCreator>(useProgramSkinning)));
     strategy.push_back(make_smart<SharedTextureTraverser>());
-    strategy.push_back(walk(make_smart<SGCombinationVisitor>(drawingPasses())));
-    strategy.push_back(walk(make_smart<ManualUnAnimator>()));
+    strategy.push_back(walk(make_smart<SGCombinationVisitor>(drawingPasses(caps))));
+    if (!useProgramSkinning)
+        strategy.push_back(walk(make_smart<ManualUnAnimator>()));
     strategy.push_back(walk(make_smart<ManualTriangleUnFlipper>()));
     strategy.push_back(walk(make_smart<ManualUnColorizer>()));
     return strategy;

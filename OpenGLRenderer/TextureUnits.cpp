@@ -13,3 +13,8 @@ bool usesMultitexturing()
 {
     return GLRenderer::renderer->getMaxTextureUnits() > 1;
 }
+
+GLenum textureUnitName(int unit)
+{
+    return GL_TEXTURE0_ARB + static_cast<GLenum>(unit);
+}

@@ -42,6 +42,11 @@ std::string hexText(unsigned int value)
     return "0x" + std::string(std::begin(buffer), result.ptr);
 }
 
+std::string quotedText(std::string_view text)
+{
+    return '"' + std::string(text) + '"';
+}
+
 std::string booleanText(GLboolean value)
 {
     return value == GL_FALSE ? "GL_FALSE" : "GL_TRUE";

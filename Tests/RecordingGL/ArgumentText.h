@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 /// How RecordingGL prints arguments. Numbers are as short as reads back the same.
 [[nodiscard]] std::string numberText(int value);
@@ -11,6 +12,7 @@
 [[nodiscard]] std::string numberText(float value);
 [[nodiscard]] std::string numberText(double value);
 [[nodiscard]] std::string hexText(unsigned int value);
+[[nodiscard]] std::string quotedText(std::string_view text);
 [[nodiscard]] std::string booleanText(GLboolean value);
 
 /// An enumerant by name; GL_TEXTUREi_ARB and GL_LIGHTi too; one that is not known as a hexadecimal number.

@@ -1,16 +1,12 @@
 #include "Tests/RecordingGL/ArgumentText.h"
 #include "Tests/RecordingGL/RecordingGL.h"
+#include "Tests/RecordingGL/StandIn.h"
 
 #include <GL/glu.h>
 
+#include <algorithm>
 #include <numeric>
 #include <utility>
-
-// Defines epoxy's function pointer `epoxy_<name>`; the stand-in's body follows.
-#define SG_STAND_IN(result, name, parameters)                                                                \
-    static result standIn_##name parameters;                                                                 \
-    decltype(epoxy_##name) epoxy_##name = standIn_##name;                                                    \
-    static result standIn_##name parameters
 
 // Not by way of SG_STAND_IN: epoxy's macros would rename `name` on the way.
 #define SG_GL_CALL(name, parameters, ...)                                                                    \
@@ -133,24 +129,25 @@ SG_STAND_IN(void, glDisableClientState, (GLenum array))
 SG_STAND_IN(void, glVertexPointer, (GLint size, GLenum type, GLsizei stride, void const* pointer))
 {
     RecordingGL& gl = RecordingGL::current();
-    gl.positionPointer = static_cast<float const*>(pointer);
+    gl.positionSource = gl.arraySource(pointer);
     gl.record("glVertexPointer",
-              {numberText(size), enumText(type), numberText(stride), gl.pointerText(pointer)});
+              {numberText(size), enumText(type), numberText(stride), gl.sourceText(gl.arraySource(pointer))});
 }
 
 SG_STAND_IN(void, glNormalPointer, (GLenum type, GLsizei stride, void const* pointer))
 {
     RecordingGL& gl = RecordingGL::current();
-    gl.normalPointer = static_cast<float const*>(pointer);
-    gl.record("glNormalPointer", {enumText(type), numberText(stride), gl.pointerText(pointer)});
+    gl.normalSource = gl.arraySource(pointer);
+    gl.record("glNormalPointer",
+              {enumText(type), numberText(stride), gl.sourceText(gl.arraySource(pointer))});
 }
 
 SG_STAND_IN(void, glTexCoordPointer, (GLint size, GLenum type, GLsizei stride, void const* pointer))
 {
     RecordingGL& gl = RecordingGL::current();
-    gl.textureCoordinatePointers[gl.clientUnit] = static_cast<float const*>(pointer);
+    gl.textureCoordinateSources[gl.clientUnit] = gl.arraySource(pointer);
     gl.record("glTexCoordPointer",
-              {numberText(size), enumText(type), numberText(stride), gl.pointerText(pointer)});
+              {numberText(size), enumText(type), numberText(stride), gl.sourceText(gl.arraySource(pointer))});
 }
 
 SG_STAND_IN(void, glDrawArrays, (GLenum primitive, GLint first, GLsizei count))
@@ -165,10 +162,14 @@ SG_STAND_IN(void, glDrawArrays, (GLenum primitive, GLint first, GLsizei count))
 SG_STAND_IN(void, glDrawElements, (GLenum primitive, GLsizei count, GLenum type, void const* indices))
 {
     RecordingGL& gl = RecordingGL::current();
-    auto const* const first = static_cast<GLuint const*>(indices);
-    gl.record("glDrawElements", {primitiveText(primitive), numberText(count), enumText(type),
-                                 listText(first, static_cast<std::size_t>(count))});
-    gl.draw(std::vector<GLuint>(first, first + count));
+    RecordingGL::ArraySource const source{gl.boundBuffers[GL_ELEMENT_ARRAY_BUFFER_ARB], indices};
+    std::vector<GLuint> vertices(static_cast<std::size_t>(count));
+    if (count > 0)
+        std::copy_n(static_cast<GLuint const*>(gl.read(source)), count, vertices.begin());
+    gl.record("glDrawElements",
+              {primitiveText(primitive), numberText(count), enumText(type),
+               source.buffer == 0 ? listText(vertices.data(), vertices.size()) : gl.sourceText(source)});
+    gl.draw(vertices);
 }
 
 // GLU's own needs a context.

@@ -1,6 +1,7 @@
 #include "Tests/RecordingGL/RecordingGL.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -10,8 +11,9 @@ namespace {
 RecordingGL* living = nullptr;
 
 template <std::size_t Components>
-std::vector<std::array<float, Components>> fetch(float const* array, std::vector<GLuint> const& vertices)
+std::vector<std::array<float, Components>> fetch(void const* source, std::vector<GLuint> const& vertices)
 {
+    auto const* const array = static_cast<float const*>(source);
     std::vector<std::array<float, Components>> result(vertices.size());
     for (std::size_t i = 0; i < vertices.size(); ++i)
         std::copy_n(array + Components * vertices[i], Components, result[i].begin());
@@ -88,6 +90,41 @@ void RecordingGL::answerIntegers(GLenum name, GLint* values) const
         std::copy(found->second.begin(), found->second.end(), values);
 }
 
+GLint RecordingGL::programLimit(GLenum name, GLint unknown) const
+{
+    auto const found = programLimits_.find(name);
+    return found == programLimits_.end() ? unknown : found->second;
+}
+
+GLint RecordingGL::uniformLocation(std::string const& name) const
+{
+    auto const found = locations_.find(name);
+    return found == locations_.end() ? -1 : found->second;
+}
+
+std::string RecordingGL::sourceText(ArraySource const& source) const
+{
+    if (source.buffer == 0)
+        return pointerText(source.pointer);
+    return "offset " + std::to_string(reinterpret_cast<std::uintptr_t>(source.pointer));
+}
+
+void const* RecordingGL::read(ArraySource const& source) const
+{
+    void const* place = source.pointer;
+    if (source.buffer != 0) {
+        auto const contents = bufferContents.find(source.buffer);
+        bool const missing = contents == bufferContents.end() || contents->second.empty();
+        place =
+            missing ? nullptr : contents->second.data() + reinterpret_cast<std::uintptr_t>(source.pointer);
+    }
+    if (!place) {
+        std::fputs("a draw call that reads where nothing is\n", stderr);
+        std::abort();
+    }
+    return place;
+}
+
 GLenum RecordingGL::takeError()
 {
     if (errors_.empty())
@@ -102,7 +139,7 @@ void RecordingGL::answerPixels(void* data, std::size_t size) const
     std::copy_n(pixels_.begin(), std::min(size, pixels_.size()), static_cast<unsigned char*>(data));
 }
 
-void RecordingGL::generate(Names& names, GLsizei count, GLuint* result) const
+void RecordingGL::generate(Names& names, GLsizei count, GLuint* result)
 {
     for (GLsizei i = 0; i < count; ++i) {
         result[i] = static_cast<GLuint>(++names.generated);
@@ -119,11 +156,15 @@ void RecordingGL::remove(Names& names, GLsizei count, GLuint const* removed)
 void RecordingGL::draw(std::vector<GLuint> const& vertices)
 {
     Draw result;
-    if (enabledArrays.contains(GL_VERTEX_ARRAY))
-        result.positions = fetch<3>(positionPointer, vertices);
-    if (enabledArrays.contains(GL_NORMAL_ARRAY))
-        result.normals = fetch<3>(normalPointer, vertices);
-    for (GLenum const unit : enabledTextureCoordinates)
-        result.textureCoordinates[unit] = fetch<2>(textureCoordinatePointers[unit], vertices);
+    if (!vertices.empty()) {
+        if (enabledArrays.contains(GL_VERTEX_ARRAY))
+            result.positions = fetch<3>(read(positionSource), vertices);
+        if (enabledArrays.contains(GL_NORMAL_ARRAY))
+            result.normals = fetch<3>(read(normalSource), vertices);
+        for (GLenum const unit : enabledTextureCoordinates)
+            result.textureCoordinates[unit] = fetch<2>(read(textureCoordinateSources[unit]), vertices);
+        for (GLuint const index : enabledAttributes)
+            result.attributes[index] = fetch<4>(read(attributeSources[index]), vertices);
+    }
     draws_.push_back(std::move(result));
 }

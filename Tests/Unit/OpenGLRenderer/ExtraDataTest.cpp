@@ -22,6 +22,7 @@ TEST(ExtraDataKeys, AreFoundByThePrefix)
     using namespace ExtraDataKeys;
     for (std::string const& key :
          {colorizerDatabase, floats, floatsIndices, floatsWeights, noVBO, texture, triangleFlipperDatabase,
-          unanimatedData, uncolorizedTextureData, unflippedTriangleData, viewMatrix})
+          unanimatedData, uncolorizedTextureData, unflippedTriangleData, vbo, vboBoneIndices, vboBoneWeights,
+          vertexProgramData, vertexShaderData, viewMatrix})
         EXPECT_TRUE(key.starts_with(prefix)) << key;
 }

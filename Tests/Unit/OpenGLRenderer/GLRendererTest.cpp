@@ -194,14 +194,6 @@ TEST_F(GLRendererFrame, LooksAtTheListsSizeBeforeEachVisitor)
     EXPECT_EQ(dropped->entered, 0);
 }
 
-TEST_F(GLRendererFrame, KeepsTheDiagnosticsDefaults)
-{
-    EXPECT_FALSE(renderer.isDiagnosticNeeded());
-    renderer.readDiagnosticResults();
-    renderer.runDiagnostic();
-    EXPECT_TRUE(renderer.strategy.empty());
-}
-
 TEST_F(GLRendererFrame, ReadsPixelsTopRowFirst)
 {
     std::vector<unsigned char> pixels(2 * 4 * 4);

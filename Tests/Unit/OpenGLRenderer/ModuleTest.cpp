@@ -6,6 +6,7 @@
 #include "SceneGraph/SGSurfaceGeometryReferenceNode.h"
 #include "SceneGraph/SGTransformNode.h"
 #include "Utilities/Log.h"
+#include "Utilities/MemoryPrefs.h"
 
 #include <SDL2/SDL.h>
 #include <dlfcn.h>
@@ -106,7 +107,7 @@ bool moduleIsMapped()
     return text.str().find("OpenGLRenderer.so") != std::string::npos;
 }
 
-/// In red light, a mirrored, skinned and tinted triangle that fills the picture; a record of each pass comes
+/// A mirrored, skinned and tinted triangle without light that fills the picture; a record of each pass comes
 /// to hang on it.
 struct Scene {
     Scene()
@@ -116,6 +117,7 @@ struct Scene {
         auto const transform = make_smart<SGTransformNode>(camera);
         transform->transform = Transform(Matrix3(), Vector3(), -1.0);
         surface = make_smart<SGSurfaceGeometryReferenceNode>(transform);
+        surface->unlit = true;
         surface->material.setAmbientAndDiffuse({1.0F, 1.0F, 1.0F, 1.0F});
         auto const data = make_smart<SurfaceGeometryData>();
         data->vertices = {{-4.0, -4.0, 0.5}, {4.0, -4.0, 0.5}, {0.0, 8.0, 0.5}};
@@ -153,6 +155,24 @@ std::array<int, 3> middlePixel(Scene const& scene)
 }
 
 constexpr std::array<int, 3> orange{255, 127, 0};
+
+/// Buffers, vertex program, vertex shader.
+constexpr std::array<std::array<bool, 3>, 6> techniques{{{false, false, false},
+                                                         {true, false, false},
+                                                         {false, true, false},
+                                                         {true, true, false},
+                                                         {false, false, true},
+                                                         {true, false, true}}};
+
+/// How many of the first thousand names are in use, as an entry point such as glIsBuffer says.
+int names(char const* isName)
+{
+    auto const inUse = Context::find<unsigned char (*)(unsigned int)>(isName);
+    int count = 0;
+    for (unsigned int name = 1; name <= 1000; ++name)
+        count += inUse(name);
+    return count;
+}
 
 class OpenGLRendererModule : public testing::Test {
 protected:
@@ -224,6 +244,36 @@ TEST_F(OpenGLRendererModule, FreesItsTexturesWhenItIsUnloaded)
         EXPECT_TRUE(isTexture(1));
     }
     EXPECT_FALSE(isTexture(1));
+}
+
+TEST_F(OpenGLRendererModule, LeavesNothingBehindWhateverTheVerdictItDrewBy)
+{
+    auto const prefs = make_smart<MemoryPrefs>();
+    PrefsFactory::setMaker([&] { return smart_ptr<Prefs>(prefs); });
+    for (auto const& [vbo, program, shader] : techniques) {
+        prefs->setString("GL_VBO", vbo ? "True" : "False");
+        prefs->setString("GL_VertexProgram", program ? "True" : "False");
+        prefs->setString("GL_VertexShader", shader ? "True" : "False");
+        Scene const scene;
+        {
+            Module const module;
+            SGRendererManager::getRenderer()->readDiagnosticResults();
+            EXPECT_EQ(middlePixel(scene), orange) << vbo << program << shader;
+            // What the processor skins is kept off buffers.
+            EXPECT_EQ(names("glIsBuffer"), vbo && (program || shader) ? 6 : 0);
+            EXPECT_EQ(names("glIsProgramARB"), program ? 2 : 0);
+            EXPECT_EQ(names("glIsShader"), shader ? 1 : 0);
+            EXPECT_EQ(names("glIsProgram"), shader ? 1 : 0);
+        }
+        for (char const* const kind : {"glIsBuffer", "glIsProgramARB", "glIsShader", "glIsProgram"})
+            EXPECT_EQ(names(kind), 0) << kind << ' ' << vbo << program << shader;
+        EXPECT_FALSE(moduleIsMapped());
+        EXPECT_FALSE(scene.root->hasExtraData());
+        EXPECT_FALSE(scene.surface->hasExtraData());
+        EXPECT_FALSE(scene.surface->getBoneWeights()->hasExtraData());
+        EXPECT_EQ(Context::find<unsigned int (*)()>("glGetError")(), 0U) << vbo << program << shader;
+    }
+    PrefsFactory::setMaker({});
 }
 
 TEST_F(OpenGLRendererModule, LeavesAnotherRegisteredRendererAlone)

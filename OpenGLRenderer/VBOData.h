@@ -1,0 +1,23 @@
+#pragma once
+
+#include "SceneGraph/SGExtraData.h"
+#include "SceneGraph/SGObject.h"
+
+#include <epoxy/gl.h>
+
+/// Owns the buffer made from a shared data object, on which it hangs.
+///
+/// Deletes the buffer at its end, so it must go while the context is current, or while
+/// SGRendererManager::shutdown is set: then no call is made.
+class VBOData : public SGExtraData {
+public:
+    VBOData() = default;
+    VBOData(VBOData const&) = delete;
+    VBOData& operator=(VBOData const&) = delete;
+    ~VBOData() override;
+
+    GLuint name = 0; ///< 0 until the buffer is generated
+};
+
+/// The name of the buffer that hangs on the object under `key`; 0 where there is none.
+[[nodiscard]] GLuint bufferOf(SGObject const& object, std::string const& key);
