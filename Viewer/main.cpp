@@ -1,8 +1,8 @@
-#include "Viewer/CommandLine.h"
-#include "Viewer/Commands.h"
+#include "Viewer/CommandLine/CommandLine.h"
+#include "Viewer/CommandLine/Messages.h"
+#include "Viewer/CommandLine/UsageError.h"
+#include "Viewer/Commands/Commands.h"
 #include "Viewer/Import/ImportWorker.h"
-#include "Viewer/Messages.h"
-#include "Viewer/UsageError.h"
 
 #include <csignal>
 #include <exception>

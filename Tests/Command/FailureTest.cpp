@@ -46,7 +46,8 @@ protected:
 
 TEST_F(Failure, Commands)
 {
-    expectFailure({}, badUsage, "a command is wanted: render, info or demo; sgview --help tells more");
+    expectFailure({}, badUsage,
+                  "a command is wanted: render, info, demo or compare; sgview --help tells more");
     expectFailure({"draw"}, badUsage, "The following argument was not expected: draw");
     expectFailure({"render"}, badUsage, "FILE is required");
     expectFailure({"render", creature()}, badUsage, "--output is required");

@@ -12,7 +12,7 @@ class Help : public SgviewTest {};
 TEST_F(Help, NamesTheCommands)
 {
     std::string const help = runWell({"--help"});
-    for (char const* text : {"Usage: sgview", "render", "info", "demo", "Exit status: 0"})
+    for (char const* text : {"Usage: sgview", "render", "info", "demo", "compare", "Exit status: 0"})
         EXPECT_THAT(help, HasSubstr(text));
     EXPECT_EQ(runWell({"-h"}), help);
 }
@@ -38,6 +38,8 @@ TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
           "--unlit",
           "--colorize #rrggbb,#rrggbb",
           "--mirror",
+          "--technique TECHNIQUE",
+          "default: auto",
           "--log CHANNELS",
           "--quiet",
           "--module PATH",
@@ -52,8 +54,13 @@ TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
          {"FILE", "--json", "--animation NAME|INDEX", "--time SECONDS", "--texture-folder DIR", "--quiet",
           "--log CHANNELS", "--memory-limit MIB", "--time-limit SECONDS", "--version", "Examples:"}},
         {"demo",
-         {"--output OUT.png", "--size WxH", "--time SECONDS", "--module PATH", "--quiet", "--log CHANNELS",
-          "--version", "Example:"}}};
+         {"--output OUT.png", "--size WxH", "--time SECONDS", "--technique TECHNIQUE", "--module PATH",
+          "--quiet", "--log CHANNELS", "--version", "Example:"}},
+        {"compare",
+         {"FILE", "--demo", "--output SHEET.png", "--json", "--times COUNT|SECONDS,...", "default: 3",
+          "--animation NAME|INDEX", "default: the first", "--size WxH", "512x512", "--azimuth DEGREES",
+          "--wireframe", "--colorize", "--module PATH", "--quiet", "--version", "Exit status 1",
+          "Examples:"}}};
     for (auto const& [command, expected] : texts) {
         std::string const help = runWell({command, "--help"});
         for (std::string const& text : expected)
@@ -63,8 +70,12 @@ TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
 
 TEST_F(Help, VersionEverywhere)
 {
-    for (std::vector<std::string> const& arguments : std::vector<std::vector<std::string>>{
-             {"--version"}, {"render", "--version"}, {"info", "--version"}, {"demo", "--version"}})
+    for (std::vector<std::string> const& arguments :
+         std::vector<std::vector<std::string>>{{"--version"},
+                                               {"render", "--version"},
+                                               {"info", "--version"},
+                                               {"demo", "--version"},
+                                               {"compare", "--version"}})
         EXPECT_EQ(runWell(arguments), "sgview " SG_VERSION "\n");
 }
 

@@ -98,6 +98,15 @@ TEST_F(InfoCommand, DroppedInfluencesAreSaid)
     EXPECT_THAT(runWell({"info", testModel("unlit.gltf")}), HasSubstr("influences:  none\n"));
 }
 
+TEST_F(InfoCommand, SplitSurfacesAreSaid)
+{
+    EXPECT_EQ(info({testModel("skinManyBones.gltf")})["splits"],
+              json::parse(R"([{"surface": "worm", "parts": 4}])"));
+    EXPECT_EQ(info({creature()})["splits"], json::array());
+    EXPECT_THAT(runWell({"info", testModel("skinManyBones.gltf")}),
+                HasSubstr("splits:      1\n  'worm' into 4 parts of at most 56 bones each\n"));
+}
+
 TEST_F(InfoCommand, WarningsArePartOfTheAnswer)
 {
     writeFile("square.obj",

@@ -1,4 +1,4 @@
-#include "Viewer/Progress.h"
+#include "Viewer/CommandLine/Progress.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

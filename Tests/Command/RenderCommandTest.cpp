@@ -2,7 +2,7 @@
 
 #include "Tests/Frame/PictureComparison.h"
 #include "Tests/Frame/PngReader.h"
-#include "Viewer/PngWriter.h"
+#include "Viewer/Platform/PngWriter.h"
 
 #include <gmock/gmock.h>
 

@@ -54,6 +54,7 @@ void arrange(Circumstances const& circumstances)
     ::dup2(::open("/dev/null", O_RDONLY), 0);
     if (circumstances.output)
         ::dup2(::open(circumstances.output->c_str(), O_WRONLY), 1);
+    ::setenv("XDG_CONFIG_HOME", (folder / "config").c_str(), 1); // the user's own preferences stay out of it
     arrange(circumstances);
     std::vector<char*> pointers;
     for (std::string& argument : arguments)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Viewer/OffscreenRenderer.h"
+#include "Viewer/Platform/OffscreenRenderer.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +10,10 @@
 /// asked for after every frame.
 class FrameRenderer : public testing::Environment {
 public:
-    /// Of every picture drawn here, pixels a side.
+    /// Of every picture of an ordinary size, pixels a side.
     static constexpr int side = 256;
+
+    explicit FrameRenderer(int pixelsASide = side) : side_(pixelsASide) {}
 
     void SetUp() override;
     void TearDown() override;
@@ -20,4 +22,6 @@ public:
 
 private:
     static std::unique_ptr<sgview::OffscreenRenderer> renderer;
+
+    int side_;
 };

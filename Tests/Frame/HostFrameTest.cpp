@@ -5,7 +5,7 @@
 #include "Tests/Frame/TextureCount.h"
 
 #include "SceneGraph/SGZTransformNode.h"
-#include "Viewer/OpenGLErrors.h"
+#include "Viewer/Platform/OpenGLErrors.h"
 
 #include <epoxy/gl.h>
 

@@ -3,8 +3,8 @@
 #include "Tests/Frame/SceneParts.h"
 
 #include "SceneGraph/SGRendererManager.h"
-#include "Viewer/HostState.h"
-#include "Viewer/OpenGLErrors.h"
+#include "Viewer/Platform/HostState.h"
+#include "Viewer/Platform/OpenGLErrors.h"
 
 #include <epoxy/gl.h>
 

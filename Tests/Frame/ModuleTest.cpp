@@ -1,12 +1,16 @@
+#include "Tests/Frame/DriverCheck.h"
+#include "Tests/Frame/Limb.h"
+#include "Tests/Frame/NameCount.h"
 #include "Tests/Frame/PictureComparison.h"
 #include "Tests/Frame/SceneParts.h"
+#include "Tests/Frame/Technique.h"
 #include "Tests/Frame/TextureCount.h"
 
 #include "SceneGraph/SGRendererManager.h"
 #include "Utilities/Log.h"
-#include "Viewer/HeadlessContext.h"
-#include "Viewer/OffscreenRenderer.h"
-#include "Viewer/RendererModule.h"
+#include "Viewer/Platform/HeadlessContext.h"
+#include "Viewer/Platform/OffscreenRenderer.h"
+#include "Viewer/Platform/RendererModule.h"
 
 #include <epoxy/gl.h>
 #include <gmock/gmock.h>
@@ -87,6 +91,27 @@ TEST_F(Module, LoadsUnloadsAndLoadsAgainUnderALivingScene)
         EXPECT_FALSE(stage.root->hasExtraData());
         EXPECT_EQ(countTextures(), 0U);
         EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    }
+}
+
+TEST_F(Module, UnloadingFreesTheNamesOfALivingScene)
+{
+    HeadlessContext const context(size);
+    NameCount const count;
+    Stage stage;
+    Limb const limb(2, 60.0);
+    limb.moveBy(*addSurface(stage.lit, limb.geometry, matt({1.0F, 1.0F, 1.0F, 1.0F})));
+    for (sgview::Technique const technique : sgview::allTechniques) {
+        if (!sgview::lackingFor(technique).empty())
+            continue;
+        RendererModule const module;
+        switchTo(technique);
+        module.renderer().render(stage.root);
+    }
+    EXPECT_GT(count.buffers().made + count.programs().made + count.shaderObjects().made, 0);
+    for (NameCount::Kind const& kind : {count.buffers(), count.programs(), count.shaderObjects()}) {
+        EXPECT_EQ(kind.left, 0);
+        EXPECT_EQ(kind.wrongFrees, 0);
     }
 }
 
@@ -179,5 +204,6 @@ int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     Log::getInstance().setEnabled("opengl", false);
+    testing::AddGlobalTestEnvironment(new DriverCheck);
     return RUN_ALL_TESTS();
 }

@@ -1,7 +1,8 @@
 #include "Tests/Frame/PictureComparison.h"
 
 #include "Tests/Frame/PngReader.h"
-#include "Viewer/PngWriter.h"
+#include "Viewer/Platform/PictureDifference.h"
+#include "Viewer/Platform/PngWriter.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -14,17 +15,8 @@ using sgview::Picture;
 
 constexpr int toleratedSquaredDistance = 100;
 
-/// Black where the pictures agree; the rest bright enough to be seen.
-Picture amplifiedDifference(Picture const& a, Picture const& b)
-{
-    constexpr int amplification = 8;
-    constexpr int white = 255;
-    Picture difference(a.size);
-    for (std::size_t i = 0; i < a.pixels.size(); ++i)
-        difference.pixels[i] = static_cast<std::uint8_t>(
-            std::min(white, amplification * std::abs(int{a.pixels[i]} - int{b.pixels[i]})));
-    return difference;
-}
+/// Bright enough to be seen.
+constexpr int amplification = 8;
 
 /// Leaves a picture in the build tree; returns where.
 std::string leave(Picture const& picture, std::string const& name)
@@ -56,15 +48,20 @@ std::size_t countMissing(Picture const& a, Picture const& b)
     return count;
 }
 
+/// Leaves two pictures and their difference in the build tree; says where.
+std::string leaveAll(Picture const& picture, Picture const& expected, std::string const& name)
+{
+    return "see " + leave(picture, name) + ", " + leave(expected, name + "-expected") + " and " +
+           leave(sgview::amplifiedDifference(picture, expected, amplification), name + "-difference");
+}
+
 testing::AssertionResult judge(std::size_t mismatches, std::size_t tolerated, Picture const& picture,
                                Picture const& expected, std::string const& name)
 {
     if (mismatches <= tolerated)
         return testing::AssertionSuccess();
     return testing::AssertionFailure()
-           << mismatches << " pixels differ, " << tolerated << " may; see " << leave(picture, name) << ", "
-           << leave(expected, name + "-expected") << " and "
-           << leave(amplifiedDifference(picture, expected), name + "-difference");
+           << mismatches << " pixels differ, " << tolerated << " may; " << leaveAll(picture, expected, name);
 }
 
 } // namespace
@@ -121,6 +118,26 @@ testing::AssertionResult showsAt(Picture const& picture, int x, int y, Rgb const
 testing::AssertionResult looksLike(Picture const& picture, Picture const& expected, std::string const& name)
 {
     return judge(countMismatches(picture, expected), 0, picture, expected, name);
+}
+
+testing::AssertionResult isSame(Picture const& picture, Picture const& expected, std::string const& name)
+{
+    if (picture.pixels == expected.pixels)
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "not the same; " << leaveAll(picture, expected, name);
+}
+
+testing::AssertionResult differsLittle(Picture const& picture, Picture const& expected, std::size_t tolerated,
+                                       std::string const& name)
+{
+    constexpr int toleratedElsewhere = 2;
+    auto const difference = sgview::measureDifference(picture, expected);
+    if (difference.mismatches <= tolerated && difference.largestElsewhere <= toleratedElsewhere)
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure()
+           << difference.mismatches << " pixels mismatch, " << tolerated
+           << " may; the others differ by up to " << difference.largestElsewhere << ", " << toleratedElsewhere
+           << " may; " << leaveAll(picture, expected, name);
 }
 
 testing::AssertionResult looksLikeReference(Picture const& picture, std::string const& name, Allowed allowed)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Viewer/Picture.h"
+#include "Viewer/Platform/Picture.h"
 
 #include <gtest/gtest.h>
 
@@ -38,6 +38,16 @@ std::ostream& operator<<(std::ostream& stream, Rgb const& pixel);
 /// as PNG files, which the message names.
 [[nodiscard]] testing::AssertionResult looksLike(sgview::Picture const& picture,
                                                  sgview::Picture const& expected, std::string const& name);
+
+/// Whether two pictures are the same, byte for byte; leaves them like looksLike().
+[[nodiscard]] testing::AssertionResult isSame(sgview::Picture const& picture, sgview::Picture const& expected,
+                                              std::string const& name);
+
+/// Whether no more pixels than `tolerated` mismatch and all others differ by 2 of 255 at most; leaves them
+/// like looksLike().
+[[nodiscard]] testing::AssertionResult differsLittle(sgview::Picture const& picture,
+                                                     sgview::Picture const& expected, std::size_t tolerated,
+                                                     std::string const& name);
 
 /// What of a stored picture another driver may draw otherwise.
 enum class Allowed {

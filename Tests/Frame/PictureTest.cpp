@@ -1,8 +1,8 @@
 #include "Tests/Frame/PictureComparison.h"
 #include "Tests/Frame/PngReader.h"
 
-#include "Viewer/OutputFile.h"
-#include "Viewer/PngWriter.h"
+#include "Viewer/Platform/OutputFile.h"
+#include "Viewer/Platform/PngWriter.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Viewer/Picture.h"
+#include "Viewer/Platform/Picture.h"
 
 #include <filesystem>
 

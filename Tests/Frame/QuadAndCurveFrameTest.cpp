@@ -130,6 +130,8 @@ TEST(CurveFrame, RingsPlainAndStippled)
         curve->lineStipple = i < 2 ? 0x0f0f : 0;
         curve->lineWidth = 1.0 + i;
     }
+    if (sgview::OffscreenRenderer::driver().starts_with("zink"))
+        GTEST_SKIP() << "Vulkan draws lines and stipples at other places";
     EXPECT_TRUE(looksLikeReference(FrameRenderer::draw(stage.root), "ringsPlainAndStippled", Allowed::lines));
 }
 

@@ -1,4 +1,5 @@
 #include "Tests/Frame/FrameRenderer.h"
+#include "Tests/Frame/Limb.h"
 #include "Tests/Frame/PictureComparison.h"
 #include "Tests/Frame/SceneParts.h"
 
@@ -9,37 +10,12 @@
 namespace {
 
 constexpr int rings = 24;
-constexpr int around = 24;
-constexpr double low = -0.8;
-constexpr double height = 1.6;
-constexpr double radius = 0.18;
 constexpr double bend = 70.0 * std::numbers::pi / 180.0;
 
 /// How strongly the upper bone holds a point: it takes over smoothly about the middle.
 double upperWeight(Vector3 const& point)
 {
     return std::clamp((point.y + 0.3) / 0.6, 0.0, 1.0);
-}
-
-/// An upright tube about the y axis.
-smart_ptr<SurfaceGeometryData> tube()
-{
-    auto data = make_smart<SurfaceGeometryData>();
-    for (int i = 0; i <= rings; ++i)
-        for (int j = 0; j <= around; ++j) {
-            double const angle = 2.0 * std::numbers::pi * j / around;
-            UVector3 const normal(std::sin(angle), 0.0, std::cos(angle));
-            data->normals.push_back(normal);
-            data->vertices.push_back(normal * radius + Vector3(0.0, low + height * i / rings, 0.0));
-        }
-    for (int i = 0; i < rings; ++i)
-        for (int j = 0; j < around; ++j) {
-            int const corner = i * (around + 1) + j;
-            int const above = corner + around + 1;
-            data->facets.insert(data->facets.end(),
-                                {corner, corner + 1, above + 1, corner, above + 1, above});
-        }
-    return data;
 }
 
 /// The upper bone bends towards +x about the origin.
@@ -57,9 +33,9 @@ Vector3 mixed(Vector3 const& v, double weight)
 
 /// The tube as two bones bend it, worked out without them: points are mixed by weight, normals are
 /// perpendicular to two mixed tangents.
-smart_ptr<SurfaceGeometryData> bentTube()
+smart_ptr<SurfaceGeometryData const> bentTube()
 {
-    auto data = tube();
+    auto data = make_smart<SurfaceGeometryData>(*tubeGeometry(rings));
     for (std::size_t i = 0; i < data->vertices.size(); ++i) {
         double const weight = upperWeight(data->vertices[i]);
         Vector3 const up(0.0, 1.0, 0.0);
@@ -101,7 +77,7 @@ TEST(SkinFrame, TwoBonesBendAsPlainCodeDoes)
 
     Stage skinned;
     skinned.lit->lights[0].direction = Vector3(0.4, 0.5, 1.0);
-    smart_ptr<SurfaceGeometryData> const geometry = tube();
+    auto const geometry = tubeGeometry(rings);
     auto const node = addSurface(skinned.lit, geometry, shiny());
     sgview::Picture const atRest = FrameRenderer::draw(skinned.root);
     addSkin(*node, *geometry);
@@ -116,7 +92,7 @@ TEST(SkinFrame, TwoBonesBendAsPlainCodeDoes)
 TEST(SkinFrame, EachFrameShowsThePoseOfItsMoment)
 {
     Stage stage;
-    smart_ptr<SurfaceGeometryData> const geometry = tube();
+    auto const geometry = tubeGeometry(rings);
     auto const node = addSurface(stage.lit, geometry, shiny());
     sgview::Picture const atRest = FrameRenderer::draw(stage.root);
     addSkin(*node, *geometry);

@@ -135,6 +135,8 @@ TEST(SurfaceFrame, SphereAsWireframe)
 {
     Stage stage;
     addSurface(stage.lit, sphereGeometry(0.8), matt(orange))->wireframe = true;
+    if (sgview::OffscreenRenderer::driver().starts_with("zink"))
+        GTEST_SKIP() << "Vulkan draws lines and stipples at other places";
     EXPECT_TRUE(looksLikeReference(FrameRenderer::draw(stage.root), "sphereAsWireframe", Allowed::lines));
 }
 

@@ -1,3 +1,4 @@
+#include "Tests/Frame/DriverCheck.h"
 #include "Tests/Frame/FrameRenderer.h"
 
 #include "Utilities/Log.h"
@@ -6,6 +7,7 @@ int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     Log::getInstance().setEnabled("opengl", false);
+    testing::AddGlobalTestEnvironment(new DriverCheck);
     testing::AddGlobalTestEnvironment(new FrameRenderer);
     return RUN_ALL_TESTS();
 }

@@ -46,6 +46,8 @@ TEST(ModelStream, RoundTripsEveryMember)
     EXPECT_EQ(read.nodes[1].scale, Vector3(1, 2, 3));
     EXPECT_EQ(read.animations[0].channels[0].rotation.interpolation, Interpolation::cubic);
     EXPECT_EQ(read.animations[0].channels[0].scale.values[1], Vector3(2, 2, 2));
+    EXPECT_EQ(read.splits[0].name, "pair");
+    EXPECT_EQ(read.splits[0].parts, 2);
     EXPECT_EQ(read.warnings, model.warnings);
 }
 

@@ -52,6 +52,8 @@ Model makeSampleModel()
     channel.rotation = {Interpolation::cubic, {0.5}, {{0, 0, 0, 0}, {0, 0, 0, 1}, {0, 0, 0, 0}}};
     channel.scale = {Interpolation::linear, {0.0, 2.0}, {{1, 1, 1}, {2, 2, 2}}};
     model.animations.push_back({"clip", 2.0, {channel}});
+    model.surfaces.push_back(surface);
+    model.splits.push_back({"pair", 0, 2});
     model.warnings = {"something was left out"};
     return model;
 }

@@ -1,6 +1,7 @@
 #include "Viewer/Import/Importer.h"
 
 #include "Viewer/Import/AssimpReader.h"
+#include "Viewer/Import/BoneSplitter.h"
 #include "Viewer/Import/FileKind.h"
 #include "Viewer/Import/GltfReader.h"
 #include "Viewer/Import/ImportError.h"
@@ -48,6 +49,7 @@ Model importModel(std::filesystem::path const& file, ImportOptions const& option
                          : readWithAssimp(file, kind.extension, bytes, options, access, warnings);
     read.model.warnings = warnings.take();
     requireSomethingToDraw(read, file);
+    splitByBones(read.model);
     checkModel(read.model, file.string());
     return std::move(read.model);
 }

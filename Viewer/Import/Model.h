@@ -78,6 +78,14 @@ struct ModelSurface {
     std::int64_t droppedInfluences = 0;    ///< how many it left out, over all vertices
 };
 
+/// A surface of the file that has too many bones to be drawn as one: the surfaces it became stand one after
+/// another.
+struct ModelSplit {
+    std::string name;
+    Index first = 0; ///< into Model::surfaces
+    Index parts = 0;
+};
+
 /// A line through points, drawn unlit.
 struct ModelCurve {
     std::string name;
@@ -156,6 +164,7 @@ struct Model {
     std::vector<ModelImage> images;
     std::vector<ModelSkin> skins;
     std::vector<ModelAnimation> animations;
+    std::vector<ModelSplit> splits;
     std::vector<std::string> warnings; ///< what was left out and why, one line each
 };
 

@@ -31,6 +31,7 @@ public:
         checkAll("surface", model_.surfaces, &Checker::checkSurface);
         checkAll("curve", model_.curves, &Checker::checkCurve);
         checkAll("animation", model_.animations, &Checker::checkAnimation);
+        checkAll("split", model_.splits, &Checker::checkSplit);
     }
 
 private:
@@ -114,6 +115,7 @@ private:
     void checkSkin(ModelSkin const& skin)
     {
         require(!skin.bones.empty(), "no bones");
+        require(skin.bones.size() <= mostBonesOfSkin, "too many bones");
         for (ModelBone const& bone : skin.bones) {
             if (bone.node != none)
                 requireIndex(bone.node, model_.nodes, "a bone whose node does not exist");
@@ -209,6 +211,14 @@ private:
             checkTrack(channel.rotation, animation.length, isFiniteRotation);
             checkTrack(channel.scale, animation.length, isFinite);
         }
+    }
+
+    void checkSplit(ModelSplit const& split)
+    {
+        auto const surfaces = static_cast<Index>(model_.surfaces.size());
+        require(split.first >= 0 && split.first < surfaces && split.parts >= 2 &&
+                    split.parts <= surfaces - split.first,
+                "parts that do not exist");
     }
 
     static bool isFiniteRotation(Quaternion const& q)

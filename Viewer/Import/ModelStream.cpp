@@ -174,6 +174,8 @@ void transfer(Archive& a, T& item)
         each(a, item.name, item.material, item.positions, item.normals, item.coordinates, item.facets,
              item.skin, item.influenceOffsets, item.influences, item.mostInfluencesInFile,
              item.droppedInfluences);
+    else if constexpr (Of<T, ModelSplit>)
+        each(a, item.name, item.first, item.parts);
     else if constexpr (Of<T, ModelCurve>)
         each(a, item.name, item.material, item.positions, item.closed);
     else if constexpr (Of<T, ModelBone>)
@@ -192,7 +194,7 @@ void transfer(Archive& a, T& item)
     else {
         static_assert(Of<T, Model>);
         each(a, item.format, item.nodes, item.surfaces, item.curves, item.materials, item.images, item.skins,
-             item.animations, item.warnings);
+             item.animations, item.splits, item.warnings);
     }
 }
 

@@ -153,12 +153,21 @@ void ModelInstance::poseSkins(std::vector<Matrix> const& globals)
 void ModelInstance::sortBlended(Vector3 const& viewDirection)
 {
     std::vector<std::pair<double, SGTransformNode*>> order;
-    for (Item const& item : items_) {
-        if (!item.place)
+    auto const end = items_.cend();
+    for (auto first = items_.cbegin(), last = first; first != end; first = last) {
+        // The parts of a split surface keep their order, as the triangles of one surface do.
+        last = std::find_if(first + 1, end, [&](Item const& item) {
+            return item.split == none || item.split != first->split;
+        });
+        if (!first->place)
             continue;
-        Bounds const bounds = boundsOf(item);
-        order.emplace_back(bounds.empty() ? 0.0 : dot(viewDirection, (bounds.low + bounds.high) * 0.5),
-                           item.place.get());
+        Bounds bounds;
+        std::for_each(first, last, [&](Item const& item) { bounds.add(boundsOf(item)); });
+        double const depth = bounds.empty() ? 0.0 : dot(viewDirection, (bounds.low + bounds.high) * 0.5);
+        std::for_each(first, last, [&](Item const& item) {
+            if (item.place)
+                order.emplace_back(depth, item.place.get());
+        });
     }
     std::stable_sort(order.begin(), order.end(),
                      [](auto const& a, auto const& b) { return a.first > b.first; });
@@ -218,6 +227,7 @@ void ModelInstance::addSurface(Index surface, Index node)
     item.name = source.name;
     item.node = node;
     item.skin = source.skin;
+    item.split = splitOf(surface);
     item.rest = shared.geometry;
     item.restNormals = shared.normals;
     auto drawn = make_smart<SGSurfaceGeometryReferenceNode>(placeFor(node, material.blending, item.place));
@@ -238,6 +248,15 @@ void ModelInstance::addSurface(Index surface, Index node)
     }
     item.drawn = drawn;
     items_.push_back(std::move(item));
+}
+
+Index ModelInstance::splitOf(Index surface) const
+{
+    std::vector<ModelSplit> const& splits = resources_->model().splits;
+    auto const found = std::ranges::find_if(splits, [surface](ModelSplit const& split) {
+        return surface >= split.first && surface < split.first + split.parts;
+    });
+    return found == splits.end() ? none : static_cast<Index>(found - splits.begin());
 }
 
 void ModelInstance::addCurve(Index curve, Index node)

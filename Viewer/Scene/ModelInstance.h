@@ -50,6 +50,7 @@ private:
         std::string name;
         Index node; ///< none for a skinned surface, which its bones alone place
         Index skin = none;
+        Index split = none; ///< of which split of the model it is a part
         smart_ptr<SGGeometryReferenceNode> drawn;
         smart_ptr<SGTransformNode> place; ///< of a blended item outside the hierarchy; else null
         smart_ptr<SharedGeometry> rest;
@@ -59,6 +60,7 @@ private:
     };
 
     void addSurface(Index surface, Index node);
+    [[nodiscard]] Index splitOf(Index surface) const;
     void addCurve(Index curve, Index node);
     smart_ptr<SGNode> placeFor(Index node, bool blending, smart_ptr<SGTransformNode>& place);
     smart_ptr<SGNode> transformNode(Index node);

@@ -1,14 +1,19 @@
 #include "Viewer/Scene/ModelScene.h"
 #include "SceneGraph/SGCurveGeometryReferenceNode.h"
+#include "SceneGraph/SGLightsNode.h"
 #include "SceneGraph/SGSurfaceGeometryReferenceNode.h"
 #include "SceneGraph/SGTransformNode.h"
 #include "SceneGraph/SGTraverser.h"
 #include "Viewer/Import/Importer.h"
 #include "Viewer/Scene/Animation.h"
+#include "Viewer/Scene/DemoScene.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <filesystem>
+#include <string>
 
 using namespace sgview;
 
@@ -177,6 +182,35 @@ TEST(ModelScene, DrawsBlendedSurfacesLastFromFarToNear)
     EXPECT_EQ(translationOf(drawnIn(scene)->surfaces[1].map), Vector3(0, 0, 0));
 }
 
+TEST(ModelScene, PartsOfABlendedSurfaceKeepTheirOrder)
+{
+    // Two parts, one near and one far, of a surface that is behind another as a whole.
+    Model model = triangleModel(1);
+    model.materials[0].blending = true;
+    model.surfaces.resize(3, model.surfaces[0]);
+    model.nodes[0].surfaces = {0, 1, 2};
+    std::array<double, 3> const depths{-1.0, -9.0, -3.0};
+    for (std::size_t i = 0; i < 3; ++i) {
+        model.surfaces[i].name = std::to_string(i);
+        for (Vector3& position : model.surfaces[i].positions)
+            position.z += depths[i];
+    }
+    model.splits.push_back({"whole", 0, 2});
+    auto const orderFrom = [&model](double azimuth) {
+        ModelScene scene(model, {});
+        scene.setView({azimuth, 0.0, 1.0}, 100, 100);
+        auto const drawn = drawnIn(scene);
+        std::string order;
+        for (Drawn::Surface const& surface : drawn->surfaces)
+            order += surface.node->getSurfaceData()->name;
+        return order;
+    };
+    EXPECT_EQ(orderFrom(0.0), "012");
+    EXPECT_EQ(orderFrom(180.0), "201");
+    model.splits.clear();
+    EXPECT_EQ(orderFrom(0.0), "120");
+}
+
 TEST(ModelScene, UnlitSurfacesShowTheirDiffuseColour)
 {
     Model model = triangleModel(1);
@@ -195,6 +229,44 @@ TEST(ModelScene, ADeepHierarchyIsBuiltPosedAndReleased)
     ModelScene scene(std::move(model), {});
     scene.pose(none, 0.0);
     EXPECT_EQ(scene.bounds().high, Vector3(1, 1, 0.5));
+}
+
+/// Counts skinned surfaces, with and without a lights node above them.
+class LightsAbove : public SGNodeVisitor {
+public:
+    int lit = 0;
+    int unlit = 0;
+
+    using SGNodeVisitor::enter;
+    using SGNodeVisitor::leave;
+    void enter(SGLightsNode*) override { ++depth_; }
+    void leave(SGLightsNode*) override { --depth_; }
+    void enter(SGSurfaceGeometryReferenceNode* node) override
+    {
+        if (node->getBoneWeights())
+            ++(depth_ > 0 ? lit : unlit);
+    }
+
+private:
+    int depth_ = 0;
+};
+
+TEST(ModelScene, EverySkinnedSurfaceIsBelowALightsNode)
+{
+    // Skinning on the card takes its directions of light from there.
+    std::filesystem::path const creature = std::filesystem::path(TEST_MODELS) / "../../Assets/creature.glb";
+    SceneOptions unlit;
+    unlit.unlit = true;
+    ModelScene const scene(importModel(creature, {}), unlit);
+    DemoScene const demo(importModel(creature, {}));
+    for (smart_ptr<SGRootNode> const& root : {scene.root(), demo.root()}) {
+        auto counter = make_smart<LightsAbove>();
+        SGTraverser traverser(counter);
+        root->acceptEnter(&traverser);
+        root->acceptLeave(&traverser);
+        EXPECT_GE(counter->lit, 1);
+        EXPECT_EQ(counter->unlit, 0);
+    }
 }
 
 TEST(ModelScene, LinesOfAFileBecomeCurves)

@@ -1,0 +1,147 @@
+#include "Viewer/CommandLine/OptionText.h"
+
+#include "Utilities/Strings.h"
+#include "Viewer/CommandLine/UsageError.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <optional>
+
+namespace sgview {
+
+namespace {
+
+constexpr std::array<std::string_view, 2> channels{"opengl", "error"};
+
+[[noreturn]] void refuse(std::string_view text, std::string const& wanted)
+{
+    throw UsageError("'" + std::string(text) + "' is not " + wanted);
+}
+
+/// The number that is all of the text, or nothing. No sign but a minus, no blanks.
+template <typename Number, typename... Format>
+std::optional<Number> read(std::string_view text, Format... format)
+{
+    Number value{};
+    char const* const end = text.data() + text.size();
+    auto const [last, error] = std::from_chars(text.data(), end, value, format...);
+    if (error != std::errc() || last != end)
+        return std::nullopt;
+    return value;
+}
+
+std::optional<int> readSide(std::string_view text)
+{
+    std::optional<std::uint32_t> const side = read<std::uint32_t>(text, 10);
+    if (!side || *side < 1 || *side > PictureSize::largestSide)
+        return std::nullopt;
+    return static_cast<int>(*side);
+}
+
+std::optional<Color> readColor(std::string_view text)
+{
+    constexpr std::size_t length = 7;
+    if (text.size() != length || text.front() != '#')
+        return std::nullopt;
+    std::array<float, 3> components{};
+    for (std::size_t i = 0; i < components.size(); ++i) {
+        std::optional<std::uint8_t> const component = read<std::uint8_t>(text.substr(1 + 2 * i, 2), 16);
+        if (!component)
+            return std::nullopt;
+        components[i] = static_cast<float>(*component) / 255.0F;
+    }
+    return Color{components[0], components[1], components[2], 1.0F};
+}
+
+std::optional<Moments> readMoments(std::string_view text)
+{
+    if (std::optional<std::uint32_t> const count = read<std::uint32_t>(text, 10))
+        return Moments{*count, {}};
+    Moments moments{0, {}};
+    for (std::string const& item : string_split(text, ',')) {
+        std::optional<double> const seconds = read<double>(item);
+        if (!seconds || !(*seconds >= 0.0 && *seconds <= Moments::latest))
+            return std::nullopt;
+        moments.seconds.push_back(*seconds);
+        ++moments.count;
+    }
+    return moments;
+}
+
+} // namespace
+
+PictureSize parseSize(std::string_view text)
+{
+    std::size_t const cross = std::min(text.find('x'), text.size());
+    std::optional<int> const width = readSide(text.substr(0, cross));
+    std::optional<int> const height = readSide(text.substr(std::min(cross + 1, text.size())));
+    if (!width || !height)
+        refuse(text, "a picture size: width x height in pixels, 1 to " +
+                         std::to_string(PictureSize::largestSide) + " each, as in 1024x768");
+    return {*width, *height};
+}
+
+Color parseColor(std::string_view text)
+{
+    std::optional<Color> const color = readColor(text);
+    if (!color)
+        refuse(text, "a colour: #rrggbb, as in #ff8000");
+    return *color;
+}
+
+std::pair<Color, Color> parseColorPair(std::string_view text)
+{
+    std::size_t const comma = std::min(text.find(','), text.size());
+    std::optional<Color> const first = readColor(text.substr(0, comma));
+    std::optional<Color> const second = readColor(text.substr(std::min(comma + 1, text.size())));
+    if (!first || !second)
+        refuse(text, "a pair of colours: #rrggbb,#rrggbb, as in #ffeecc,#301000");
+    return {*first, *second};
+}
+
+double parseNumber(std::string_view text, double least, double most)
+{
+    std::optional<double> const value = read<double>(text);
+    if (!value || !(*value >= least && *value <= most))
+        refuse(text, "a number from " + stringize(least) + " to " + stringize(most));
+    return *value;
+}
+
+std::uint32_t parseWhole(std::string_view text, std::uint32_t least, std::uint32_t most)
+{
+    std::optional<std::uint32_t> const value = read<std::uint32_t>(text, 10);
+    if (!value || *value < least || *value > most)
+        refuse(text, "a whole number from " + std::to_string(least) + " to " + std::to_string(most));
+    return *value;
+}
+
+std::optional<Technique> parseTechnique(std::string_view text)
+{
+    if (text == "auto")
+        return std::nullopt;
+    auto const* const found = std::ranges::find(allTechniques, text, nameOf);
+    if (found == allTechniques.end())
+        refuse(text, "a technique: auto, plain, vbo, program, program+vbo, shader or shader+vbo");
+    return *found;
+}
+
+Moments parseMoments(std::string_view text)
+{
+    std::optional<Moments> const moments = readMoments(text);
+    if (!moments || moments->count < 1 || moments->count > Moments::most)
+        refuse(text, "moments: how many, 1 to " + std::to_string(Moments::most) +
+                         ", or as many seconds with commas between, as in 0.1,0.25");
+    return *moments;
+}
+
+std::vector<std::string> parseChannels(std::string_view text)
+{
+    std::vector<std::string> const names = string_split(text, ',');
+    for (std::string const& name : names)
+        if (std::find(channels.begin(), channels.end(), name) == channels.end())
+            refuse(name, "a log channel: opengl or error");
+    return names;
+}
+
+} // namespace sgview

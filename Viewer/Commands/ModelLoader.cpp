@@ -1,0 +1,55 @@
+#include "Viewer/Commands/ModelLoader.h"
+
+#include "Utilities/AssetManager.h"
+#include "Viewer/CommandLine/UsageError.h"
+#include "Viewer/Import/ImportSupervisor.h"
+
+#include <charconv>
+
+namespace sgview {
+
+namespace {
+
+std::string listOf(std::vector<ModelAnimation> const& animations)
+{
+    std::string list;
+    for (std::size_t i = 0; i < animations.size(); ++i)
+        list += (i ? ", " : "") + std::to_string(i) + " '" + animations[i].name + "'";
+    return list;
+}
+
+} // namespace
+
+Model loadModel(ModelRequest const& request, Messages const& messages)
+{
+    auto const progress = messages.begin("loading " + request.file.filename().string());
+    return superviseImport(request.file, request.import);
+}
+
+Model loadCreature(Messages const& messages)
+{
+    ModelRequest request;
+    request.file = AssetManager::getInstance().findFile("Assets/creature.glb");
+    return loadModel(request, messages);
+}
+
+Index findAnimation(Model const& model, ModelRequest const& request)
+{
+    if (!request.animation)
+        return none;
+    std::string const& wanted = *request.animation;
+    auto const count = static_cast<Index>(model.animations.size());
+    for (Index i = 0; i < count; ++i)
+        if (model.animations[static_cast<std::size_t>(i)].name == wanted)
+            return i;
+
+    Index index = none;
+    char const* const end = wanted.data() + wanted.size();
+    auto const [last, error] = std::from_chars(wanted.data(), end, index);
+    if (error == std::errc() && last == end && index >= 0 && index < count)
+        return index;
+    throw UsageError("--animation: " + request.file.string() + " has no animation '" + wanted + "'" +
+                     (count == 0 ? "; it has none" : "; it has " + listOf(model.animations)));
+}
+
+} // namespace sgview

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Viewer/CommandLine/CommandLine.h"
+#include "Viewer/Import/Model.h"
+
+namespace sgview {
+
+/// \throws ImportError
+[[nodiscard]] Model loadModel(ModelRequest const& request, Messages const& messages);
+
+/// The creature of the demonstration scene. \throws ImportError, AssetError
+[[nodiscard]] Model loadCreature(Messages const& messages);
+
+/// The animation that was asked for by its name, or else by its index; `none` where none was.
+/// \throws UsageError  naming the animations there are
+[[nodiscard]] Index findAnimation(Model const& model, ModelRequest const& request);
+
+} // namespace sgview

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "Viewer/Platform/Picture.h"
+
+#include <SDL2/SDL.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace sgview {
+
+/// No OpenGL context that is fit for drawing. what() is one line and says what was tried.
+class ContextError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// An OpenGL context without a window on a screen: fixed-function, 8 bits a colour, 24 bits of depth. Current
+/// while it lives; one at a time.
+class HeadlessContext {
+public:
+    /// \param size  of what is drawn into, pixels
+    /// \throws ContextError
+    explicit HeadlessContext(PictureSize size);
+    HeadlessContext(HeadlessContext const&) = delete;
+    HeadlessContext& operator=(HeadlessContext const&) = delete;
+
+    /// What still holds OpenGL names then drops them without a call.
+    ~HeadlessContext();
+
+    [[nodiscard]] PictureSize size() const { return size_; }
+
+private:
+    /// SDL's video driver of a name, for as long as it is needed.
+    class VideoDriver {
+    public:
+        explicit VideoDriver(char const* name);
+        VideoDriver(VideoDriver const&) = delete;
+        VideoDriver& operator=(VideoDriver const&) = delete;
+        ~VideoDriver();
+    };
+    struct WindowEnd {
+        void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
+    };
+    struct ContextEnd {
+        void operator()(void* context) const { SDL_GL_DeleteContext(context); }
+    };
+
+    void open(char const* driver);
+    void checkDrawable() const;
+
+    PictureSize size_;
+    std::unique_ptr<VideoDriver> driver_;
+    std::unique_ptr<SDL_Window, WindowEnd> window_;
+    std::unique_ptr<void, ContextEnd> context_;
+};
+
+} // namespace sgview

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "SceneGraph/SGRootNode.h"
+#include "Viewer/Platform/HeadlessContext.h"
+#include "Viewer/Platform/Picture.h"
+#include "Viewer/Platform/RendererModule.h"
+#include "Viewer/Platform/TechniqueChoice.h"
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace sgview {
+
+/// Draws scenes into pictures, without a screen. Release the scenes first.
+class OffscreenRenderer {
+public:
+    /// \param module  where the renderer is, if not in the usual places
+    /// \throws ContextError, ModuleError
+    explicit OffscreenRenderer(PictureSize size,
+                               std::optional<std::filesystem::path> const& module = std::nullopt)
+        : context_(size), module_(module)
+    {
+    }
+
+    /// Draws by a technique from now on; without one, by that of the user's stored verdict.
+    /// \throws TechniqueError
+    void use(std::optional<Technique> technique);
+
+    /// What draws, in OpenGL's words: "llvmpipe (LLVM 15.0.6, 256 bits)".
+    [[nodiscard]] static std::string driver();
+
+    /// One frame. \throws OpenGLError
+    [[nodiscard]] Picture draw(smart_ptr<SGRootNode> const& root);
+
+    /// How long one frame takes until OpenGL is done with it. \throws OpenGLError
+    [[nodiscard]] std::chrono::duration<double, std::milli> time(smart_ptr<SGRootNode> const& root);
+
+private:
+    void drawFrame(smart_ptr<SGRootNode> const& root);
+
+    HeadlessContext context_;
+    RendererModule module_;
+};
+
+} // namespace sgview

@@ -1,0 +1,45 @@
+#include "Viewer/Platform/Technique.h"
+
+namespace sgview {
+
+std::string_view nameOf(Technique technique)
+{
+    switch (technique) {
+    case Technique::plain:
+        return "plain";
+    case Technique::vbo:
+        return "vbo";
+    case Technique::program:
+        return "program";
+    case Technique::programAndVBO:
+        return "program+vbo";
+    case Technique::shader:
+        return "shader";
+    case Technique::shaderAndVBO:
+        return "shader+vbo";
+    }
+    return "unknown";
+}
+
+std::vector<std::string_view> extensionsFor(Technique technique)
+{
+    std::vector<std::string_view> extensions;
+    if (usesVBO(technique))
+        extensions.emplace_back("GL_ARB_vertex_buffer_object");
+    if (usesProgram(technique))
+        extensions.emplace_back("GL_ARB_vertex_program");
+    if (usesShader(technique))
+        extensions.insert(extensions.end(), {"GL_ARB_shader_objects", "GL_ARB_vertex_shader"});
+    return extensions;
+}
+
+std::vector<std::string_view> assetsFor(Technique technique)
+{
+    if (usesProgram(technique))
+        return {"Shaders/animationVertexProgram.txt", "Shaders/defaultVertexProgram.txt"};
+    if (usesShader(technique))
+        return {"Shaders/animationVertexShader.txt"};
+    return {};
+}
+
+} // namespace sgview
