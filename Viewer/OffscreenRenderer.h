@@ -18,7 +18,8 @@ public:
     {
     }
 
-    /// One frame. \throws OpenGLError
+    /// One frame.
+    /// \throws OpenGLError
     [[nodiscard]] Picture draw(smart_ptr<SGRootNode> const& root);
 
 private:
