@@ -88,8 +88,9 @@ void GLRenderer::render(smart_ptr<SGRootNode> root)
 {
     if (strategy.empty())
         strategy = Strategist::computeStrategy(Capabilities());
+    // A pass may replace the list: its size is asked each time, and the visitor kept.
     for (std::size_t i = 0; i < strategy.size(); ++i) {
-        smart_ptr<SGNodeVisitor> const visitor = strategy[i]; // whatever becomes of the list meanwhile
+        smart_ptr<SGNodeVisitor> const visitor = strategy[i];
         root->acceptEnter(visitor.get());
         root->acceptLeave(visitor.get());
     }

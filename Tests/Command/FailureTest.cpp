@@ -120,8 +120,6 @@ TEST_F(Failure, UnknownAnimationListsThoseThereAre)
     for (char const* wanted : {"fly", "2", "-1", "", "0x0", "99999999999"})
         expectBadOption({"--animation", wanted}, "--animation: " + creature() + " has no animation '" +
                                                      std::string(wanted) + "'; it has 0 'swim', 1 'look'");
-    expectFailure({"info", testModel("lines.gltf"), "--animation", "0"}, badUsage,
-                  "--animation: " + testModel("lines.gltf") + " has no animation '0'; it has none");
 }
 
 TEST_F(Failure, FilesThatAreNoModels)

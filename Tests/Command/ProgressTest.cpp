@@ -5,7 +5,6 @@
 
 #include <array>
 #include <chrono>
-#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -23,13 +22,15 @@ using testing::HasSubstr;
 /// A terminal that nobody sits at.
 class ProgressTest : public testing::Test {
 protected:
-    ProgressTest()
+    void SetUp() override
     {
         if (::openpty(&reader_, &terminal, nullptr, nullptr, nullptr) != 0)
-            throw std::runtime_error("no pseudo-terminal");
+            GTEST_SKIP() << "the system gives no pseudo-terminal";
     }
     ~ProgressTest() override
     {
+        if (terminal < 0)
+            return;
         ::close(terminal);
         ::close(reader_);
     }

@@ -20,10 +20,7 @@ class PublicModels : public SgviewTest, public testing::WithParamInterface<Publi
 protected:
     [[nodiscard]] std::vector<std::string> arguments(std::string const& moment) const
     {
-        std::vector<std::string> all{path(), "--quiet", "--size", "320x240"};
-        if (GetParam().animated)
-            all.insert(all.end(), {"--animation", "0", "--time", moment});
-        return all;
+        return {path(), "--quiet", "--size", "320x240", "--animation", "0", "--time", moment};
     }
     [[nodiscard]] static std::string path()
     {

@@ -122,6 +122,17 @@ TEST_F(RenderCommand, WireframeCoversLess)
     EXPECT_GT(wires, 100U);
 }
 
+TEST_F(RenderCommand, AModelWithoutAnimationsIsDrawnAtRestWithAWarning)
+{
+    std::string const still = render("still.png", {testModel("lines.gltf")});
+    Outcome const asked =
+        run({"render", testModel("lines.gltf"), "--animation", "0", "--output", "asked.png"});
+    EXPECT_EQ(asked.status, 0);
+    EXPECT_EQ(asked.errors,
+              "sgview: warning: no animation in " + testModel("lines.gltf") + "; taken in its rest pose\n");
+    EXPECT_EQ(contentOf("asked.png"), still);
+}
+
 TEST_F(RenderCommand, UnlitHasNoShades)
 {
     auto const shades = [&](sgview::Picture const& picture) {

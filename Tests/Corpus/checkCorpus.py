@@ -103,6 +103,7 @@ class Corpus:
         self.folder = folder
         self.slowness = slowness
         self.pictures = pictures
+        self.limits = [] if slowness == 1.0 else ["--time-limit", str(round(SECONDS * slowness))]
 
     def check_manners(self, result):
         if result.status < 0:
@@ -124,7 +125,7 @@ class Corpus:
         with tempfile.TemporaryDirectory() as folder:
             file = pathlib.Path(folder) / "picture.png"
             result = run([self.sgview, "render", str(self.folder / path), "--output", str(file), "--size", SIZE,
-                          "--background", BACKGROUND, *extra])
+                          "--background", BACKGROUND, *self.limits, *extra])
             self.check_manners(result)
             if result.status != 0:
                 raise Failure(f"info reads it, render does not: {result.errors.strip()}")
@@ -137,10 +138,10 @@ class Corpus:
 
     def outcome(self, path):
         """The outcome's columns."""
-        result = run([self.sgview, "info", str(self.folder / path), "--json"])
+        result = run([self.sgview, "info", str(self.folder / path), "--json", *self.limits])
         self.check_manners(result)
         if result.status == 1:
-            refused = run([self.sgview, "render", str(self.folder / path), "--output", "/dev/null/no", "--quiet"])
+            refused = run([self.sgview, "render", str(self.folder / path), "--output", "/dev/null/no", "--quiet", *self.limits])
             self.check_manners(refused)
             if refused.status != 1:
                 raise Failure("render draws what info refuses")
@@ -163,7 +164,7 @@ class Corpus:
 
     def bounds(self, path, seconds):
         """The camera follows what moves as a whole, so the picture alone does not tell."""
-        result = run([self.sgview, "info", str(self.folder / path), "--json", "--animation", "0", "--time", repr(seconds)])
+        result = run([self.sgview, "info", str(self.folder / path), "--json", "--animation", "0", "--time", repr(seconds), *self.limits])
         self.check_manners(result)
         return json.loads(result.output)["bounds"]
 

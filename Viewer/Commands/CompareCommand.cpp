@@ -35,11 +35,11 @@ Model load(CompareRequest const& request, Messages const& messages)
 }
 
 /// The animation that was asked for, or else the first; `none` where the model has none.
-Index animationOf(Model const& model, CompareRequest const& request)
+Index animationOf(Model const& model, CompareRequest const& request, Messages const& messages)
 {
     if (!request.model.animation && !model.animations.empty())
         return 0;
-    return findAnimation(model, request.model);
+    return findAnimation(model, request.model, messages);
 }
 
 std::vector<double> momentsOf(Model const& model, Index animation, CompareRequest const& request)
@@ -94,7 +94,7 @@ void requireTrust(std::vector<TechniqueResult> const& results)
 void run(CompareRequest const& request, Messages const& messages)
 {
     Model model = load(request, messages);
-    Index const animation = animationOf(model, request);
+    Index const animation = animationOf(model, request, messages);
     Comparison comparison = describe(model, animation, request);
     {
         auto const progress = messages.begin("comparing techniques");

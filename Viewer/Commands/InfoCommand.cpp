@@ -28,7 +28,7 @@ void run(InfoRequest const& request, Messages const& messages)
 {
     Model model = loadOrExplain(request, messages);
     ModelSummary summary = summarise(request.model.file.string(), model);
-    summary.posedBy = findAnimation(model, request.model);
+    summary.posedBy = findAnimation(model, request.model, messages);
     summary.seconds = request.model.seconds;
 
     ModelScene scene(std::move(model), SceneOptions());

@@ -33,10 +33,14 @@ Model loadCreature(Messages const& messages)
     return loadModel(request, messages);
 }
 
-Index findAnimation(Model const& model, ModelRequest const& request)
+Index findAnimation(Model const& model, ModelRequest const& request, Messages const& messages)
 {
     if (!request.animation)
         return none;
+    if (model.animations.empty()) {
+        messages.warn("no animation in " + request.file.string() + "; taken in its rest pose");
+        return none;
+    }
     std::string const& wanted = *request.animation;
     auto const count = static_cast<Index>(model.animations.size());
     for (Index i = 0; i < count; ++i)
@@ -48,8 +52,8 @@ Index findAnimation(Model const& model, ModelRequest const& request)
     auto const [last, error] = std::from_chars(wanted.data(), end, index);
     if (error == std::errc() && last == end && index >= 0 && index < count)
         return index;
-    throw UsageError("--animation: " + request.file.string() + " has no animation '" + wanted + "'" +
-                     (count == 0 ? "; it has none" : "; it has " + listOf(model.animations)));
+    throw UsageError("--animation: " + request.file.string() + " has no animation '" + wanted + "'; it has " +
+                     listOf(model.animations));
 }
 
 } // namespace sgview

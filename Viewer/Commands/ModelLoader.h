@@ -8,11 +8,13 @@ namespace sgview {
 /// \throws ImportError
 [[nodiscard]] Model loadModel(ModelRequest const& request, Messages const& messages);
 
-/// The creature of the demonstration scene. \throws ImportError, AssetError
+/// The creature of the demonstration scene.
+/// \throws ImportError, AssetError
 [[nodiscard]] Model loadCreature(Messages const& messages);
 
-/// The animation that was asked for by its name, or else by its index; `none` where none was.
+/// The animation that was asked for by its name, or else by its index; `none` where none was. A model without
+/// any is drawn at rest, with a warning: one command then serves a whole folder of models.
 /// \throws UsageError  naming the animations there are
-[[nodiscard]] Index findAnimation(Model const& model, ModelRequest const& request);
+[[nodiscard]] Index findAnimation(Model const& model, ModelRequest const& request, Messages const& messages);
 
 } // namespace sgview

@@ -12,7 +12,7 @@ void run(RenderRequest const& request, Messages const& messages)
     Model model = loadModel(request.model, messages);
     for (std::string const& warning : model.warnings)
         messages.warn(warning);
-    Index const animation = findAnimation(model, request.model);
+    Index const animation = findAnimation(model, request.model, messages);
 
     auto const progress = messages.begin("drawing " + request.picture.output.filename().string());
     PictureSize const size = request.picture.size;

@@ -13,7 +13,8 @@ namespace sgview {
 ///
 /// What files leave out or get wrong is filled in as a person would expect: no ambient colour means that of
 /// the diffuse light, a texture on black is shown, a wholly transparent material is not, highlights without
-/// an exponent are left out. \return the number in `table` of each material; at least one
+/// an exponent are left out.
+/// \return the number in `table` of each material; at least one
 [[nodiscard]] std::vector<std::size_t> readAssimpMaterials(aiScene const& scene, MaterialTable& table,
                                                            TextureStore& textures, Warnings& warnings);
 

@@ -1,5 +1,6 @@
 #include "Viewer/Import/FileAccess.h"
 
+#include "Utilities/FileDescriptor.h"
 #include "Viewer/Import/FileNames.h"
 #include "Viewer/Import/ImportError.h"
 
@@ -20,26 +21,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::uint64_t largestFile = std::uint64_t{512} << 20;
-
-class Descriptor {
-public:
-    // Not blocking, so that a pipe without a writer does not hold the caller up.
-    explicit Descriptor(fs::path const& file)
-        : fd_(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC))
-    {
-    }
-    Descriptor(Descriptor const&) = delete;
-    Descriptor& operator=(Descriptor const&) = delete;
-    ~Descriptor()
-    {
-        if (fd_ >= 0)
-            ::close(fd_);
-    }
-    [[nodiscard]] int get() const { return fd_; }
-
-private:
-    int fd_;
-};
 
 std::string_view kindOf(mode_t mode)
 {
@@ -65,9 +46,10 @@ Bytes readRegularFile(fs::path const& file)
         throw ImportError(ImportFailure::notReadable, file.string(),
                           std::string(kindOf(before.st_mode)) + ", not a file");
 
-    Descriptor const descriptor(file);
+    // Not blocking, so that a pipe put in the file's place does not hold the caller up.
+    FileDescriptor const descriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat status {};
-    if (descriptor.get() < 0 || ::fstat(descriptor.get(), &status) != 0)
+    if (!descriptor.isOpen() || ::fstat(descriptor.get(), &status) != 0)
         throw ImportError(ImportFailure::notReadable, file.string(), std::strerror(errno));
     if (!S_ISREG(status.st_mode))
         throw ImportError(ImportFailure::notReadable, file.string(), "not a regular file");

@@ -14,7 +14,8 @@ namespace sgview {
 void makeNormals(ModelSurface& surface, double creaseCosine);
 
 /// Replaces normals that are not finite or have no length by those of the facets around, and makes all of
-/// them unit length. Expects as many normals as positions. \return how many were replaced
+/// them unit length. Expects as many normals as positions.
+/// \return how many were replaced
 std::size_t repairNormals(ModelSurface& surface);
 
 /// Makes vertex i what vertex `sources[i]` was, in every per-vertex list; the facets are left alone.

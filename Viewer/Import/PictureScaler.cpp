@@ -100,7 +100,7 @@ Pixels resampled(Pixels const& pixels, std::int32_t width, std::int32_t height)
 
     Pixels result{width, height, std::vector<std::uint8_t>(values.size())};
     auto const byte = [](float value) {
-        return static_cast<std::uint8_t>(std::clamp(value, 0.0F, 255.0F) + 0.5F);
+        return static_cast<std::uint8_t>(std::lround(std::clamp(value, 0.0F, 255.0F)));
     };
     for (std::size_t i = 0; i < values.size(); i += channels) {
         float const alpha = std::clamp(values[i + 3], 0.0F, 1.0F);

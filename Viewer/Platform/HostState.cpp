@@ -8,18 +8,12 @@ namespace sgview {
 
 namespace {
 
-/// What would cut away or alter pixels everywhere; no pass ever enables it.
+/// What would cut away or alter pixels everywhere, clearing included; no pass ever touches it. Colour
+/// material would overwrite materials with each colour, and two drivers would dither one colour differently.
 void disableWhatAlters()
 {
-    for (GLenum ability : {
-             GL_SCISSOR_TEST,    // would cut the clearing too
-             GL_STENCIL_TEST,    //
-             GL_COLOR_LOGIC_OP,  //
-             GL_FOG,             //
-             GL_COLOR_MATERIAL,  // would overwrite materials with each colour
-             GL_POLYGON_STIPPLE, //
-             GL_DITHER,          // two drivers would round the same colour differently
-         })
+    for (GLenum ability : {GL_SCISSOR_TEST, GL_STENCIL_TEST, GL_COLOR_LOGIC_OP, GL_FOG, GL_COLOR_MATERIAL,
+                           GL_POLYGON_STIPPLE, GL_DITHER})
         glDisable(ability);
 }
 

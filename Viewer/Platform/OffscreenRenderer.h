@@ -30,10 +30,12 @@ public:
     /// What draws, in OpenGL's words: "llvmpipe (LLVM 15.0.6, 256 bits)".
     [[nodiscard]] static std::string driver();
 
-    /// One frame. \throws OpenGLError
+    /// One frame.
+    /// \throws OpenGLError
     [[nodiscard]] Picture draw(smart_ptr<SGRootNode> const& root);
 
-    /// How long one frame takes until OpenGL is done with it. \throws OpenGLError
+    /// How long one frame takes until OpenGL is done with it.
+    /// \throws OpenGLError
     [[nodiscard]] std::chrono::duration<double, std::milli> time(smart_ptr<SGRootNode> const& root);
 
 private:

@@ -27,7 +27,8 @@ public:
     /// Errors while writing are kept by the stream and found by commit().
     [[nodiscard]] std::FILE* stream() const { return stream_; }
 
-    /// Ends the file and gives it its name. \throws OutputError
+    /// Ends the file and gives it its name.
+    /// \throws OutputError
     void commit();
 
     /// Throws an OutputError for an error number of the system.

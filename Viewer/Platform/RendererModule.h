@@ -19,8 +19,9 @@ public:
 class RendererModule {
 public:
     /// Without `named`, looks in the folders of the environment variable SG_MODULE_PATH (separated by
-    /// colons), then beside the engine's libraries. \param named  the module's file, or a folder that holds
-    /// it; no other place is tried then \throws ModuleError
+    /// colons), then beside the engine's libraries.
+    /// \param named  the module's file, or a folder that holds it; no other place is tried then
+    /// \throws ModuleError
     explicit RendererModule(std::optional<std::filesystem::path> const& named = std::nullopt);
     RendererModule(RendererModule const&) = delete;
     RendererModule& operator=(RendererModule const&) = delete;
