@@ -8,13 +8,14 @@
 
 namespace {
 
-constexpr std::string_view driverEnding = "_dri.so";
-
+/// OpenGL's drivers, and the Vulkan drivers that one of them draws with.
 bool isDriver(void* library)
 {
     link_map* map = nullptr;
-    return ::dlinfo(library, RTLD_DI_LINKMAP, &map) == 0 && map->l_name &&
-           std::string_view(map->l_name).ends_with(driverEnding);
+    if (::dlinfo(library, RTLD_DI_LINKMAP, &map) != 0 || !map->l_name)
+        return false;
+    std::string_view const name(map->l_name);
+    return name.ends_with("_dri.so") || name.find("/libvulkan_") != std::string_view::npos;
 }
 
 } // namespace
@@ -29,5 +30,5 @@ extern "C" int dlclose(void* library)
 extern "C" char const* __lsan_default_suppressions();
 extern "C" char const* __lsan_default_suppressions()
 {
-    return "leak:_dri.so\n";
+    return "leak:_dri.so\nleak:libvulkan_\n";
 }
