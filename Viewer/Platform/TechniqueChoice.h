@@ -25,7 +25,7 @@ public:
 [[nodiscard]] Technique storedTechnique(SGRenderer const& renderer);
 
 /// Makes the renderer draw by a technique from now on, afresh: it forgets what it derived from scenes drawn
-/// before. From then on the process's preferences are for this session alone.
+/// before. From then on the process's preferences are for this process alone.
 /// \throws TechniqueError
 void choose(SGRenderer& renderer, Technique technique);
 
