@@ -49,10 +49,13 @@ Capabilities Diagnostic::readPrefs()
 
 void Diagnostic::writePrefs(Capabilities const& caps)
 {
+    // A part of this verdict and a part of the last one would be nobody's.
+    Prefs::Batch verdict(prefs());
     writeFlag(vboKey, caps.vbo);
     writeFlag(vertexProgramKey, caps.vertexProgram);
     writeFlag(vertexShaderKey, caps.vertexShader);
     prefs().setString(cardKey, getCard());
+    verdict.commit();
 }
 
 void Diagnostic::logCaps(Capabilities const& caps, std::string_view title)

@@ -21,7 +21,7 @@ inline std::string const vertexShaderKey = "GL_VertexShader";
 /// The stored verdict, whatever card it is for. What is missing or reads as neither true nor false is false.
 [[nodiscard]] Capabilities readPrefs();
 
-/// Stores a verdict on the card in use. Needs a current context.
+/// Stores a verdict on the card in use, whole or not at all. Needs a current context.
 void writePrefs(Capabilities const& caps);
 
 /// Logs a verdict on the "opengl" channel.

@@ -2,8 +2,7 @@
 
 #include "OpenGLRenderer/DiagnosticCard.h"
 #include "OpenGLRenderer/DiagnosticPrefs.h"
-#include "OpenGLRenderer/Renderer.h"
-#include "OpenGLRenderer/Strategist.h"
+#include "OpenGLRenderer/DiagnosticRun.h"
 #include "Utilities/Log.h"
 #include "Utilities/Prefs.h"
 
@@ -33,12 +32,16 @@ bool GraphicsDiagnostic::isDiagnosticNeeded()
            !fits(Diagnostic::vertexShaderKey, card.vertexShader);
 }
 
+void GraphicsDiagnostic::runDiagnostic()
+{
+    DiagnosticRun().carryOut();
+}
+
 void GraphicsDiagnostic::readDiagnosticResults()
 {
     static LogChannel const channel("opengl");
     channel.write("Reading graphics diagnostic results from preferences");
     Capabilities const caps = Diagnostic::readPrefs();
     Diagnostic::logCaps(caps, "Read caps");
-    smart_ptr<GLRenderer> const renderer = GLRenderer::renderer;
-    renderer->strategy = Strategist::computeStrategy(caps);
+    Diagnostic::applyCaps(caps);
 }

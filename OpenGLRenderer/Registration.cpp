@@ -2,7 +2,10 @@
 #include "OpenGLRenderer/MissingEntryPoints.h"
 #include "OpenGLRenderer/Renderer.h"
 #include "SceneGraph/SGObject.h"
+#include "SceneGraph/SGRendererInterface.h"
 #include "SceneGraph/SGRendererManager.h"
+
+SG_RENDERER_MODULE;
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include "OpenGLRenderer/Capabilities.h"
 #include "OpenGLRenderer/GLString.h"
 #include "OpenGLRenderer/GraphicsDiagnostic.h"
+#include "OpenGLRenderer/PassName.h"
 #include "OpenGLRenderer/Strategist.h"
 #include "Utilities/Log.h"
 #include "Utilities/Strings.h"
@@ -74,6 +75,21 @@ char const* errorMessage(GLenum code)
     }
 }
 
+void run(SGNodeVisitor& pass, SGRootNode& root)
+{
+    root.acceptEnter(&pass);
+    root.acceptLeave(&pass);
+}
+
+std::chrono::nanoseconds timeOf(SGNodeVisitor& pass, SGRootNode& root)
+{
+    glFinish();
+    auto const start = std::chrono::steady_clock::now();
+    run(pass, root);
+    glFinish();
+    return std::chrono::steady_clock::now() - start;
+}
+
 } // namespace
 
 GLRenderer::GLRenderer()
@@ -91,8 +107,10 @@ void GLRenderer::render(smart_ptr<SGRootNode> root)
     // A pass may replace the list: its size is asked each time, and the visitor kept.
     for (std::size_t i = 0; i < strategy.size(); ++i) {
         smart_ptr<SGNodeVisitor> const visitor = strategy[i];
-        root->acceptEnter(visitor.get());
-        root->acceptLeave(visitor.get());
+        if (passTimeSink)
+            passTimeSink(passName(*visitor), timeOf(*visitor, *root));
+        else
+            run(*visitor, *root);
     }
 }
 
@@ -117,6 +135,11 @@ bool GLRenderer::isDiagnosticNeeded() const
 void GLRenderer::readDiagnosticResults()
 {
     GraphicsDiagnostic::readDiagnosticResults();
+}
+
+void GLRenderer::runDiagnostic()
+{
+    GraphicsDiagnostic::runDiagnostic();
 }
 
 GLenum GLRenderer::getGLFormat(PixelFormat format)

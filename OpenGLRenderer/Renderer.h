@@ -29,6 +29,7 @@ public:
 
     [[nodiscard]] bool isDiagnosticNeeded() const override;
     void readDiagnosticResults() override;
+    void runDiagnostic() override;
 
     [[nodiscard]] static GLenum getGLFormat(PixelFormat format);
 

@@ -3,6 +3,11 @@
 #include "SceneGraph/SGRootNode.h"
 #include "Utilities/smart_ptr.h"
 
+#include <chrono>
+#include <functional>
+#include <span>
+#include <string_view>
+
 /// What a host asks of a renderer. Every operation needs the context current that the renderer was made in.
 class SGRenderer : public smart_base {
 public:
@@ -34,6 +39,15 @@ public:
     /// Draws from now on as the stored verdict says.
     virtual void readDiagnosticResults() {}
 
-    /// Measures the graphics card, stores the verdict and draws as it says. Takes seconds.
+    /// Measures the graphics card, stores the verdict and draws as it says. Takes seconds, and needs a
+    /// drawable of at least 512 by 512 pixels.
     virtual void runDiagnostic() {}
+
+    /// Is shown every picture that the diagnostic reads back, in RGBA: 512 rows of 512 pixels, the bottom row
+    /// first. What the picture is for, the log's lines around it tell. Must not draw.
+    std::function<void(std::span<unsigned char const>)> diagnosticImageSink;
+
+    /// Is told after each pass of a frame which pass it was and how long it took. While it is set, every pass
+    /// is waited for until the card has done with it, so that each bears its own cost. Must not draw.
+    std::function<void(std::string_view pass, std::chrono::nanoseconds time)> passTimeSink;
 };

@@ -80,6 +80,26 @@ std::string PrefsFile::getString(std::string const& key) const
 void PrefsFile::setString(std::string const& key, std::string const& value)
 {
     pending_[key] = value;
+    if (pendingBefore_.empty())
+        save();
+}
+
+void PrefsFile::beginBatch()
+{
+    pendingBefore_.push_back(pending_);
+}
+
+void PrefsFile::endBatch(bool committed)
+{
+    if (!committed)
+        pending_.swap(pendingBefore_.back());
+    pendingBefore_.pop_back();
+    if (committed && pendingBefore_.empty())
+        save();
+}
+
+void PrefsFile::save()
+{
     try {
         savePending();
         pending_.clear();

@@ -2,6 +2,7 @@
 #include "Viewer/CommandLine/Messages.h"
 #include "Viewer/CommandLine/UsageError.h"
 #include "Viewer/Commands/Commands.h"
+#include "Viewer/Diagnosis/DiagnosticWorker.h"
 #include "Viewer/Import/ImportWorker.h"
 
 #include <csignal>
@@ -28,9 +29,12 @@ int main(int argc, char** argv)
 {
     if (sgview::isImportWorker(argc, argv))
         return sgview::importWorkerMain(argc, argv);
+    if (sgview::isDiagnosticWorker(argc, argv))
+        return sgview::diagnosticWorkerMain(argc, argv);
 
-    // A file that may grow no further is an error like any other.
+    // A file that may grow no further is an error like any other, and so is a pipe that nobody reads.
     std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
     try {
         runAsAsked(argc, argv);
         return done;

@@ -7,6 +7,8 @@ target_compile_options(sg_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
     # GCC 12 sees overlapping copies in its own std::string (GCC bug 105651).
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+    # No installed file names the folder it was built from.
+    -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=
     # GCC's unique symbols keep a module mapped after it is closed.
     $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
     $<$<BOOL:${SG_STRICT}>:-Werror>
@@ -22,7 +24,8 @@ endif()
 function(sg_add_library name)
     add_library(${name} SHARED ${ARGN})
     add_library(SG::${name} ALIAS ${name})
-    set_target_properties(${name} PROPERTIES OUTPUT_NAME SG${name} SOVERSION 0 VERSION ${PROJECT_VERSION})
+    set_target_properties(${name} PROPERTIES
+        OUTPUT_NAME SG${name} SOVERSION 0 VERSION ${PROJECT_VERSION} INSTALL_RPATH "$ORIGIN")
     target_compile_features(${name} PUBLIC cxx_std_20)
     target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
     target_link_libraries(${name} PRIVATE sg_options)

@@ -2,6 +2,7 @@
 
 #include "Tests/Frame/PictureComparison.h"
 #include "Tests/Frame/PngReader.h"
+#include "Viewer/Platform/PngWriter.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -313,6 +314,57 @@ TEST_F(CompareCommand, SplitAndBlendedSurfaceAgrees)
     model["materials"][0]["pbrMetallicRoughness"]["baseColorFactor"] = {0.2, 0.5, 0.9, 0.5};
     writeFile("blended.gltf", model.dump());
     EXPECT_EQ(expectWithinLimits(compare({"blended.gltf"})), "");
+}
+
+TEST_F(CompareCommand, SheetsShowWhatIsAskedFor)
+{
+    std::vector<std::string> const usual{creature(), "--times",  "1",        "--size",
+                                         "64x48",    "--output", "usual.png"};
+    static_cast<void>(compare(usual));
+    for (std::vector<std::string> const& options :
+         std::vector<std::vector<std::string>>{{"--background", "#204060"},
+                                               {"--colorize", "#ff0000,#00ff00"},
+                                               {"--azimuth", "120"},
+                                               {"--elevation", "60"},
+                                               {"--zoom", "0.5"},
+                                               {"--unlit"},
+                                               {"--mirror"},
+                                               {"--wireframe"}}) {
+        std::vector<std::string> arguments = usual;
+        arguments.back() = "other.png";
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        static_cast<void>(compare(arguments));
+        EXPECT_GT(countMismatches(readPng(folder / "usual.png"), readPng(folder / "other.png")), 200U)
+            << options.front();
+    }
+}
+
+TEST_F(CompareCommand, ImportsAsTold)
+{
+    std::vector<std::string> const usual{"--times", "1", "--size", "32x24"};
+    std::vector<std::string> arguments{creature(), "--memory-limit", "2048", "--time-limit", "30"};
+    arguments.insert(arguments.end(), usual.begin(), usual.end());
+    EXPECT_EQ(compare(arguments)["subject"], creature());
+
+    writeFile("crate.obj", "mtllib crate.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nvt 0 0\nusemtl m\nf 1/1 2/1 3/1\n");
+    writeFile("crate.mtl", "newmtl m\nmap_Kd icon.png\n");
+    std::filesystem::create_directory(folder / "pictures");
+    sgview::writePng(folder / "pictures/icon.png", sgview::Picture({4, 2}));
+    std::vector<std::string> const crate{"compare", "crate.obj", "--size", "32x24"};
+    EXPECT_THAT(run(crate).errors, HasSubstr("icon.png"));
+    std::vector<std::string> found = crate;
+    found.insert(found.end(), {"--texture-folder", "pictures"});
+    EXPECT_THAT(run(found).errors, Not(HasSubstr("icon.png")));
+}
+
+TEST_F(CompareCommand, ModuleAndLog)
+{
+    Outcome const lost = run({"compare", "--demo", "--module", "nowhere"});
+    EXPECT_EQ(lost.status, 1);
+    EXPECT_THAT(lost.errors, HasSubstr("nowhere"));
+    Outcome const logged = run({"compare", "--demo", "--size", "32x24", "--log", "opengl"});
+    EXPECT_EQ(logged.status, 0);
+    EXPECT_THAT(logged.errors, HasSubstr("opengl: GL_VERSION: "));
 }
 
 } // namespace

@@ -33,4 +33,12 @@ TEST_F(DemoCommand, MovesWithTime)
     EXPECT_GT(countMismatches(first, readPng(folder / "b.png")), 500U);
 }
 
+TEST_F(DemoCommand, Messages)
+{
+    std::string const usual = demo("a.png", {"--size", "64x48", "--quiet"});
+    Outcome const logged = run({"demo", "-o", "b.png", "-s", "64x48", "--log", "opengl"});
+    EXPECT_TRUE(logged.errors.starts_with("opengl: GL_VERSION: ")) << logged.errors;
+    EXPECT_EQ(contentOf("b.png"), usual);
+}
+
 } // namespace

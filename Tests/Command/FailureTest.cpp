@@ -46,12 +46,15 @@ protected:
 
 TEST_F(Failure, Commands)
 {
-    expectFailure({}, badUsage,
-                  "a command is wanted: render, info, demo or compare; sgview --help tells more");
-    expectFailure({"draw"}, badUsage, "The following argument was not expected: draw");
+    expectFailure({"draw"}, badInput, "draw: there is no such file or command");
+    expectFailure({"--technique", "vbo", "render", creature(), "--output", "a.png"}, badUsage,
+                  "--technique stands before the command render; what a command is to know comes after it");
+    expectFailure({"duck.dae", "info", creature()}, badUsage,
+                  "FILE stands before the command info; what a command is to know comes after it");
+    expectFailure({""}, badUsage, "FILE: no file is named");
     expectFailure({"render"}, badUsage, "FILE is required");
     expectFailure({"render", creature()}, badUsage, "--output is required");
-    expectFailure({"info"}, badUsage, "FILE is required");
+    expectFailure({"info"}, badUsage, "FILE is required, or --gpu");
     expectFailure({"demo"}, badUsage, "--output is required");
     expectFailure({"render", "", "--output", "a.png"}, badUsage, "FILE: no file is named");
     expectFailure({"render", creature(), "--output", ""}, badUsage, "--output: no file is named");
@@ -59,15 +62,51 @@ TEST_F(Failure, Commands)
                   "The following argument was not expected: --wireframe");
 }
 
+TEST_F(Failure, WindowWithoutADisplay)
+{
+    Circumstances const dark{
+        {{"DISPLAY", std::nullopt}, {"WAYLAND_DISPLAY", std::nullopt}, {"SDL_VIDEODRIVER", std::nullopt}},
+        {},
+        false,
+        {}};
+    std::string const line = "no display to open a window on; 'sgview render' draws into a file without one";
+    expectFailure({}, badInput, line, dark);
+    expectFailure({creature()}, badInput, line, dark);
+    expectFailure({creature(), "absent.glb"}, badInput, "absent.glb: there is no such file or command", dark);
+}
+
+TEST_F(Failure, DisplayThatIsNotThere)
+{
+    Circumstances const unplugged{
+        {{"DISPLAY", ":4711"}, {"WAYLAND_DISPLAY", std::nullopt}, {"SDL_VIDEODRIVER", std::nullopt}},
+        {},
+        false,
+        {}};
+    EXPECT_THAT(lineFor({creature()}, unplugged),
+                testing::AllOf(testing::StartsWith("sgview: no display to open a window on (x11: "),
+                               testing::HasSubstr("sgview render")));
+}
+
+TEST_F(Failure, ScreenshotNames)
+{
+    for (char const* pattern : {"", "{", "{modell}", "{frame}"})
+        expectFailure(
+            {"--screenshot-name", pattern}, badUsage,
+            "--screenshot-name: '" + std::string(pattern) +
+                "' is not a template for names: text with {model}, {date}, {time} and {number} in it");
+}
+
 TEST_F(Failure, Sizes)
 {
-    for (char const* size :
-         {"0x0", "0x10", "10x0", "99999x99999", "16385x1", "1x16385", "-5x5", "5x-5", "x", "5", "5x", "x5",
-          "", "5x5x5", "5 x5", "1e3x5", "0x1p3", "5.0x5", "99999999999999999999x1"})
+    for (char const* size : {"0x0",     "0x10",    "10x0",        "99999x99999",
+                             "65537x1", "1x65537", "16385x16384", "-5x5",
+                             "5x-5",    "x",       "5",           "5x",
+                             "x5",      "",        "5x5x5",       "5 x5",
+                             "1e3x5",   "0x1p3",   "5.0x5",       "99999999999999999999x1"})
         expectBadOption({"--size", size},
                         "--size: '" + std::string(size) +
-                            "' is not a picture size: width x height in pixels, 1 to 16384 each, "
-                            "as in 1024x768");
+                            "' is not a picture size: width x height in pixels, 1 to 65536 each "
+                            "and 268435456 in all, as in 1024x768");
 }
 
 TEST_F(Failure, Numbers)
@@ -97,7 +136,8 @@ TEST_F(Failure, Colours)
 {
     for (char const* color : {"red", "123456", "#12345", "#1234567", "#12345g", "#-12345", "# 12345", ""})
         expectBadOption({"--background", color},
-                        "--background: '" + std::string(color) + "' is not a colour: #rrggbb, as in #ff8000");
+                        "--background: '" + std::string(color) +
+                            "' is not a colour: #rrggbb, as in #ff8000, or transparent");
     for (char const* pair : {"#123456", "#123456,", ",#123456", "#123456,#123456,#123456", "#123456 #123456"})
         expectBadOption({"--colorize", pair},
                         "--colorize: '" + std::string(pair) +
@@ -112,7 +152,8 @@ TEST_F(Failure, OptionsThatDoNotGoTogether)
     expectBadOption({"--log", ""}, "--log: '' is not a log channel: opengl or error");
     expectBadOption({"--nonsense"}, "The following argument was not expected: --nonsense");
     expectBadOption({"--module", ""}, "--module: no file is named");
-    expectBadOption({"second.glb"}, "The following argument was not expected: second.glb");
+    expectBadOption({"second.glb"},
+                    "--output: names for the pictures of several models need {model} or {index}");
 }
 
 TEST_F(Failure, UnknownAnimationListsThoseThereAre)

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sstream>
+
 namespace {
 
 using testing::HasSubstr;
@@ -9,12 +11,61 @@ using testing::StartsWith;
 
 class Help : public SgviewTest {};
 
+/// Words with one blank between, however they were broken into lines.
+std::string inOneLine(std::string const& text)
+{
+    std::istringstream words(text);
+    std::string line;
+    for (std::string word; words >> word;)
+        line += word + " ";
+    return line;
+}
+
 TEST_F(Help, NamesTheCommands)
 {
     std::string const help = runWell({"--help"});
-    for (char const* text : {"Usage: sgview", "render", "info", "demo", "compare", "Exit status: 0"})
+    for (char const* text :
+         {"Usage: sgview", "render", "info", "demo", "compare", "diagnose", "Exit status: 0"})
         EXPECT_THAT(help, HasSubstr(text));
     EXPECT_EQ(runWell({"-h"}), help);
+}
+
+TEST_F(Help, NamesTheWindowsOptions)
+{
+    std::string const help = runWell({"--help"});
+    for (char const* text : {"FILE",
+                             "--animation NAME|INDEX",
+                             "--size WxH",
+                             "1280x800",
+                             "--technique TECHNIQUE",
+                             "--module PATH",
+                             "--azimuth DEGREES",
+                             "--elevation DEGREES",
+                             "--zoom FACTOR",
+                             "--background #rrggbb",
+                             "#dbe0e6",
+                             "--colorize",
+                             "--wireframe",
+                             "--unlit",
+                             "--mirror",
+                             "--screenshot-name TEMPLATE",
+                             "{model}-{date}-{time}",
+                             "--list-keys",
+                             "--texture-folder DIR",
+                             "--memory-limit MIB",
+                             "--time-limit SECONDS",
+                             "--quiet",
+                             "--log CHANNELS"})
+        EXPECT_THAT(help, HasSubstr(text));
+}
+
+TEST_F(Help, ListsTheWindowsKeys)
+{
+    std::string const keys = runWell({"--list-keys"});
+    for (char const* text :
+         {"Files\n", "  Space               play or pause\n", "  T                   next technique\n",
+          "  F5 or R             read the file again\n", "  Left drag           orbit\n"})
+        EXPECT_THAT(keys, HasSubstr(text));
 }
 
 TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
@@ -22,7 +73,20 @@ TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
     std::map<std::string, std::vector<std::string>> const texts{
         {"render",
          {"FILE",
-          "--output OUT.png",
+          "--output OUT",
+          "--frames A-B",
+          "--fps N",
+          "default: 25",
+          "--turntable N",
+          "--format FORMAT",
+          "--quality N",
+          "default: 90",
+          "--supersample N",
+          "--max-size N",
+          "--json",
+          "--device N|list",
+          "ffmpeg -i -",
+          "parallel sgview render",
           "--size WxH",
           "1024x768",
           "--animation NAME|INDEX",
@@ -32,7 +96,7 @@ TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
           "--elevation DEGREES",
           "default: 20",
           "--zoom FACTOR",
-          "--background #rrggbb",
+          "--background #rrggbb|transparent",
           "#ffffff",
           "--wireframe",
           "--unlit",
@@ -51,8 +115,9 @@ TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
           "--version",
           "Examples:"}},
         {"info",
-         {"FILE", "--json", "--animation NAME|INDEX", "--time SECONDS", "--texture-folder DIR", "--quiet",
-          "--log CHANNELS", "--memory-limit MIB", "--time-limit SECONDS", "--version", "Examples:"}},
+         {"FILE", "--gpu", "--device N|list", "--module PATH", "--json", "--animation NAME|INDEX",
+          "--time SECONDS", "--texture-folder DIR", "--quiet", "--log CHANNELS", "--memory-limit MIB",
+          "--time-limit SECONDS", "--version", "Examples:"}},
         {"demo",
          {"--output OUT.png", "--size WxH", "--time SECONDS", "--technique TECHNIQUE", "--module PATH",
           "--quiet", "--log CHANNELS", "--version", "Example:"}},
@@ -60,22 +125,47 @@ TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
          {"FILE", "--demo", "--output SHEET.png", "--json", "--times COUNT|SECONDS,...", "default: 3",
           "--animation NAME|INDEX", "default: the first", "--size WxH", "512x512", "--azimuth DEGREES",
           "--wireframe", "--colorize", "--module PATH", "--quiet", "--version", "Exit status 1",
+          "Examples:"}},
+        {"diagnose",
+         {"--force", "--report FILE.html", "--json FILE", "--why", "--model FILE", "--animation NAME|INDEX",
+          "--times COUNT|SECONDS,...", "--texture-folder DIR", "--memory-limit MIB", "--time-limit SECONDS",
+          "default: 60", "--module PATH", "--quiet", "--log CHANNELS", "--version", "Exit status 1",
           "Examples:"}}};
     for (auto const& [command, expected] : texts) {
-        std::string const help = runWell({command, "--help"});
+        std::string const help = inOneLine(runWell({command, "--help"}));
         for (std::string const& text : expected)
             EXPECT_THAT(help, HasSubstr(text));
     }
+}
+
+TEST_F(Help, FitsATerminal)
+{
+    for (char const* command : {"", "render", "info", "demo", "compare", "diagnose", "help"}) {
+        std::istringstream help(runWell(*command ? std::vector<std::string>{command, "--help"}
+                                                 : std::vector<std::string>{"--help"}));
+        for (std::string line; std::getline(help, line);)
+            EXPECT_LE(line.size(), 100U) << line;
+    }
+}
+
+TEST_F(Help, OfACommandByItsName)
+{
+    EXPECT_EQ(runWell({"help"}), runWell({"--help"}));
+    for (char const* command : {"render", "info", "demo", "compare", "diagnose", "help"})
+        EXPECT_EQ(runWell({"help", command}), runWell({command, "--help"}));
+    expectFailure({"help", "nothing"}, 2, "COMMAND: there is no command nothing");
 }
 
 TEST_F(Help, VersionEverywhere)
 {
     for (std::vector<std::string> const& arguments :
          std::vector<std::vector<std::string>>{{"--version"},
+                                               {"-V"},
                                                {"render", "--version"},
                                                {"info", "--version"},
                                                {"demo", "--version"},
-                                               {"compare", "--version"}})
+                                               {"compare", "--version"},
+                                               {"diagnose", "--version"}})
         EXPECT_EQ(runWell(arguments), "sgview " SG_VERSION "\n");
 }
 

@@ -1,5 +1,7 @@
 #include "Tests/Command/Sgview.h"
 
+#include "Viewer/Platform/PngWriter.h"
+
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
@@ -115,7 +117,25 @@ TEST_F(InfoCommand, WarningsArePartOfTheAnswer)
     json const model = info({"square.obj"});
     ASSERT_EQ(model["warnings"].size(), 1U);
     EXPECT_THAT(model["warnings"][0].get<std::string>(), HasSubstr("missing.png"));
-    EXPECT_THAT(runWell({"info", "square.obj"}), HasSubstr("warnings:    1\n  "));
+    EXPECT_THAT(runWell({"info", "square.obj", "--quiet"}), HasSubstr("warnings:    1\n  "));
+}
+
+TEST_F(InfoCommand, LooksForTexturesInNamedFolders)
+{
+    writeFile("crate.obj", "mtllib crate.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nvt 0 0\nusemtl m\nf 1/1 2/1 3/1\n");
+    writeFile("crate.mtl", "newmtl m\nmap_Kd icon.png\n");
+    std::filesystem::create_directory(folder / "pictures");
+    sgview::writePng(folder / "pictures/icon.png", sgview::Picture({4, 2}));
+    json const model = info({"crate.obj", "--texture-folder", "pictures"});
+    EXPECT_EQ(model["warnings"], json::array());
+    EXPECT_EQ(model["textures"][0]["width"], 4);
+}
+
+TEST_F(InfoCommand, LimitsOfTheImport)
+{
+    EXPECT_EQ(info({creature(), "--memory-limit", "2048", "--time-limit", "30"}), info({creature()}));
+    expectFailure({"info", creature(), "--time-limit", "0"}, 2,
+                  "--time-limit: '0' is not a whole number from 1 to 86400");
 }
 
 TEST_F(InfoCommand, NamesThatAreNoTextStillMakeWellFormedJson)

@@ -1,5 +1,8 @@
 #include "Tests/Command/Sgview.h"
 
+#include "Viewer/Platform/HeadlessContext.h"
+#include "Viewer/Platform/TechniqueChoice.h"
+
 #include <algorithm>
 #include <array>
 #include <fstream>
@@ -28,6 +31,30 @@ fs::path makeFolder(std::string const& purpose)
     return ::mkdtemp(name.data());
 }
 
+/// The folder of a user whose preferences hold a verdict that grants nothing.
+class PlainUser {
+public:
+    PlainUser() : folder(makeFolder("user"))
+    {
+        sgview::HeadlessContext const context({8, 8});
+        fs::create_directories(folder / "OpenGLRenderer");
+        std::ofstream(folder / "OpenGLRenderer" / "preferences")
+            << "GL_CARD = " << sgview::cardInUse()
+            << "\nGL_VBO = False\nGL_VertexProgram = False\nGL_VertexShader = False\n";
+    }
+    PlainUser(PlainUser const&) = delete;
+    PlainUser& operator=(PlainUser const&) = delete;
+    ~PlainUser() { fs::remove_all(folder); }
+
+    fs::path folder;
+};
+
+fs::path plainUser()
+{
+    static PlainUser const user;
+    return user.folder;
+}
+
 void arrange(Circumstances const& circumstances)
 {
     for (auto const& [name, value] : circumstances.environment) {
@@ -54,7 +81,6 @@ void arrange(Circumstances const& circumstances)
     ::dup2(::open("/dev/null", O_RDONLY), 0);
     if (circumstances.output)
         ::dup2(::open(circumstances.output->c_str(), O_WRONLY), 1);
-    ::setenv("XDG_CONFIG_HOME", (folder / "config").c_str(), 1); // the user's own preferences stay out of it
     arrange(circumstances);
     std::vector<char*> pointers;
     for (std::string& argument : arguments)
@@ -67,7 +93,7 @@ void arrange(Circumstances const& circumstances)
 
 } // namespace
 
-SgviewTest::SgviewTest() : folder(makeFolder("test")) {}
+SgviewTest::SgviewTest() : folder(makeFolder("test")), configuration_(plainUser()) {}
 
 SgviewTest::~SgviewTest()
 {
@@ -75,27 +101,39 @@ SgviewTest::~SgviewTest()
     fs::remove_all(folder);
 }
 
-Outcome SgviewTest::run(std::vector<std::string> const& arguments, Circumstances const& circumstances) const
+pid_t SgviewTest::start(std::vector<std::string> const& arguments, Circumstances const& circumstances,
+                        fs::path const& streams) const
 {
     std::vector<std::string> all{"sgview"};
     all.insert(all.end(), arguments.begin(), arguments.end());
-    fs::path const streams = makeFolder("streams");
-
+    Circumstances usual = circumstances;
+    usual.environment.try_emplace("XDG_CONFIG_HOME", configuration_.string());
     pid_t const process = ::fork();
     if (process == 0)
-        becomeSgview(all, folder, streams, circumstances);
+        becomeSgview(all, folder, streams, usual);
+    return process;
+}
+
+Outcome SgviewTest::finish(pid_t process, fs::path const& streams)
+{
     int status = 0;
     ::waitpid(process, &status, 0);
-    Outcome const outcome{WIFEXITED(status) ? WEXITSTATUS(status) : -1,
-                          WIFSIGNALED(status) ? WTERMSIG(status) : 0, readAll(streams / "output"),
-                          readAll(streams / "errors")};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, WIFSIGNALED(status) ? WTERMSIG(status) : 0,
+            readAll(streams / "output"), readAll(streams / "errors")};
+}
+
+Outcome SgviewTest::run(std::vector<std::string> const& arguments, Circumstances const& circumstances) const
+{
+    fs::path const streams = makeFolder("streams");
+    Outcome const outcome = finish(start(arguments, circumstances, streams), streams);
     fs::remove_all(streams);
     return outcome;
 }
 
-std::string SgviewTest::runWell(std::vector<std::string> const& arguments) const
+std::string SgviewTest::runWell(std::vector<std::string> const& arguments,
+                                Circumstances const& circumstances) const
 {
-    Outcome const outcome = run(arguments);
+    Outcome const outcome = run(arguments, circumstances);
     EXPECT_EQ(outcome.status, 0) << testing::PrintToString(arguments);
     EXPECT_EQ(outcome.signal, 0);
     EXPECT_EQ(outcome.errors, "");
@@ -121,6 +159,19 @@ void SgviewTest::expectFailure(std::vector<std::string> const& arguments, int st
     EXPECT_EQ(outcome.output, "");
     EXPECT_EQ(outcome.errors, "sgview: " + line + "\n");
     EXPECT_EQ(filesInFolder(), before);
+}
+
+Circumstances SgviewTest::asNewUser() const
+{
+    Circumstances circumstances;
+    circumstances.environment["XDG_CONFIG_HOME"] = (folder / "user").string();
+    return circumstances;
+}
+
+void SgviewTest::useOwnConfiguration()
+{
+    fs::copy(configuration_, folder / "config", fs::copy_options::recursive);
+    configuration_ = folder / "config";
 }
 
 void SgviewTest::writeFile(std::string const& name, std::string const& content) const

@@ -53,6 +53,17 @@ def run(arguments):
                    errors.read().decode("utf-8", "replace"), seconds, usage.ru_maxrss * 1024)
 
 
+def compressed_pixels(png):
+    """A picture without what it says of itself."""
+    data, at = b"", 8
+    while at < len(png):
+        length = int.from_bytes(png[at:at + 4], "big")
+        if png[at + 4:at + 8] == b"IDAT":
+            data += png[at + 8:at + 8 + length]
+        at += length + 12
+    return data
+
+
 def rgb_rows(png):
     """The rows of an 8-bit RGB or RGBA picture, as sgview writes them."""
     if png[:8] != b"\x89PNG\r\n\x1a\n":
@@ -61,13 +72,7 @@ def rgb_rows(png):
     if depth != 8 or colour not in (2, 6):
         raise Failure("the picture is not 8-bit RGB or RGBA")
     components = 3 if colour == 2 else 4
-    data, at = b"", 8
-    while at < len(png):
-        length = int.from_bytes(png[at:at + 4], "big")
-        if png[at + 4:at + 8] == b"IDAT":
-            data += png[at + 8:at + 8 + length]
-        at += length + 12
-    data = zlib.decompress(data)
+    data = zlib.decompress(compressed_pixels(png))
     stride = width * components
     previous = bytes(stride)
     for y in range(height):
@@ -95,6 +100,15 @@ def shows_something(png):
     background = bytes.fromhex(BACKGROUND[1:])
     return any(row[x:x + 3] != background
                for row, components in rgb_rows(png) for x in range(0, len(row), components))
+
+
+def switch_techniques_off(sgview, folder):
+    """Gives the user of this folder a verdict for the card in use that grants nothing: pictures then do not depend on how
+    fast the machine is just now."""
+    os.environ["XDG_CONFIG_HOME"] = folder
+    subprocess.run([sgview, "diagnose", "--quiet"], stdout=subprocess.DEVNULL, check=True)
+    preferences = pathlib.Path(folder) / "OpenGLRenderer" / "preferences"
+    preferences.write_text(preferences.read_text(encoding="utf-8").replace("= True", "= False"), encoding="utf-8")
 
 
 class Corpus:
@@ -159,7 +173,8 @@ class Corpus:
         self.keep(path, late)
         if not (shows_something(early) or shows_something(late)):
             return ["blank"]
-        moved = early != late or self.bounds(path, 0.05 * clips[0]) != self.bounds(path, 0.6 * clips[0])
+        moved = (compressed_pixels(early) != compressed_pixels(late)
+                 or self.bounds(path, 0.05 * clips[0]) != self.bounds(path, 0.6 * clips[0]))
         return ["animated" if moved else "still"]
 
     def bounds(self, path, seconds):
@@ -194,15 +209,17 @@ def main():
     paths = sorted(str(file.relative_to(arguments.folder)) for file in arguments.folder.rglob("*") if not file.is_dir())
     corpus = Corpus(arguments.sgview, arguments.folder, arguments.slowness, arguments.pictures)
     outcomes, failures = {}, []
-    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        jobs = {path: pool.submit(corpus.outcome, path) for path in paths}
-        for number, (path, job) in enumerate(jobs.items(), 1):
-            try:
-                outcomes[path] = job.result()
-            except Failure as failure:
-                failures.append(f"{path}: {failure}")
-            if number % 100 == 0:
-                print(f"{number} of {len(paths)} files", flush=True)
+    with tempfile.TemporaryDirectory() as preferences:
+        switch_techniques_off(arguments.sgview, preferences)
+        with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+            jobs = {path: pool.submit(corpus.outcome, path) for path in paths}
+            for number, (path, job) in enumerate(jobs.items(), 1):
+                try:
+                    outcomes[path] = job.result()
+                except Failure as failure:
+                    failures.append(f"{path}: {failure}")
+                if number % 100 == 0:
+                    print(f"{number} of {len(paths)} files", flush=True)
 
     if arguments.update:
         lines = ["\t".join([path, *columns]) for path, columns in sorted(outcomes.items())]

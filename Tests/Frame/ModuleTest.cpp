@@ -6,11 +6,12 @@
 #include "Tests/Frame/Technique.h"
 #include "Tests/Frame/TextureCount.h"
 
+#include "SceneGraph/SGRendererInterface.h"
 #include "SceneGraph/SGRendererManager.h"
+#include "SceneGraph/SGRendererModule.h"
 #include "Utilities/Log.h"
 #include "Viewer/Platform/HeadlessContext.h"
 #include "Viewer/Platform/OffscreenRenderer.h"
-#include "Viewer/Platform/RendererModule.h"
 
 #include <epoxy/gl.h>
 #include <gmock/gmock.h>
@@ -20,16 +21,23 @@
 #include <fstream>
 #include <sstream>
 
+#include <unistd.h>
+
 namespace {
 
 using sgview::HeadlessContext;
-using sgview::ModuleError;
-using sgview::RendererModule;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
 constexpr sgview::PictureSize size{256, 256};
+
+/// Of the process, by 900 modules that came and went: less than 10 KiB for each.
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::size_t mostGrowth = 512 << 20; // what was freed stays in quarantine
+#else
+constexpr std::size_t mostGrowth = 8 << 20;
+#endif
 
 bool isModuleMapped()
 {
@@ -42,11 +50,19 @@ bool isModuleMapped()
 std::string errorFor(std::optional<std::filesystem::path> const& named)
 {
     try {
-        RendererModule const module(named);
+        SGRendererModule const module(named);
         return "no error";
-    } catch (ModuleError const& error) {
+    } catch (SGModuleError const& error) {
         return error.what();
     }
+}
+
+std::size_t residentBytes()
+{
+    std::size_t all = 0;
+    std::size_t resident = 0;
+    std::ifstream("/proc/self/statm") >> all >> resident;
+    return resident * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 }
 
 /// A textured surface, so that records with OpenGL names hang on the scene.
@@ -75,7 +91,7 @@ TEST_F(Module, LoadsUnloadsAndLoadsAgainUnderALivingScene)
         SCOPED_TRACE(round);
         EXPECT_FALSE(isModuleMapped());
         {
-            RendererModule const module;
+            SGRendererModule const module;
             EXPECT_TRUE(isModuleMapped());
             module.renderer().render(stage.root);
             sgview::Picture picture(size);
@@ -94,6 +110,29 @@ TEST_F(Module, LoadsUnloadsAndLoadsAgainUnderALivingScene)
     }
 }
 
+TEST_F(Module, ComesAndGoesAThousandTimesUnderALivingScene)
+{
+    HeadlessContext const context(size);
+    TexturedStage const stage;
+    std::size_t atFirst = 0;
+    for (int round = 0; round < 1000; ++round) {
+        SCOPED_TRACE(round);
+        {
+            SGRendererModule const module;
+            module.renderer().render(stage.root);
+            std::array<unsigned char, 4> pixel{};
+            module.renderer().readPixels(96, 128, 1, 1, SGRenderer::RGBA, pixel.data());
+            ASSERT_EQ(pixel, (std::array<unsigned char, 4>{255, 0, 0, 255}));
+        }
+        ASSERT_FALSE(isModuleMapped());
+        ASSERT_FALSE(stage.root->hasExtraData());
+        if (round == 100)
+            atFirst = residentBytes();
+    }
+    EXPECT_EQ(countTextures(), 0U);
+    EXPECT_LT(residentBytes(), atFirst + mostGrowth);
+}
+
 TEST_F(Module, UnloadingFreesTheNamesOfALivingScene)
 {
     HeadlessContext const context(size);
@@ -104,7 +143,7 @@ TEST_F(Module, UnloadingFreesTheNamesOfALivingScene)
     for (sgview::Technique const technique : sgview::allTechniques) {
         if (!sgview::lackingFor(technique).empty())
             continue;
-        RendererModule const module;
+        SGRendererModule const module;
         switchTo(technique);
         module.renderer().render(stage.root);
     }
@@ -157,13 +196,44 @@ TEST_F(Module, PathVariableComesFirst)
 
 TEST_F(Module, FileThatIsNoModule)
 {
-    EXPECT_THAT(errorFor(__FILE__), EndsWith("ModuleTest.cpp: invalid ELF header"));
+    EXPECT_THAT(errorFor(LIBRARIES_FOLDER "/libSGMaths.so"),
+                EndsWith("libSGMaths.so: no renderer module: it names no interface version"));
+    EXPECT_THAT(errorFor("/dev/zero"), EndsWith("/dev/zero: not a regular file"));
+}
+
+TEST_F(Module, MarkedFileThatTheLoaderRefuses)
+{
+    std::filesystem::path const forged = std::filesystem::path(testing::TempDir()) / "forged.so";
+    std::ofstream(forged) << SG_RENDERER_INTERFACE_TITLE SG_RENDERER_INTERFACE_VERSION
+                          << std::string(100, ' ');
+    EXPECT_THAT(errorFor(forged), EndsWith("tried " + forged.string() + ": invalid ELF header"));
+    std::filesystem::remove(forged);
+}
+
+TEST_F(Module, EmptyNameIsAFolder)
+{
+    EXPECT_THAT(errorFor(""), HasSubstr("/OpenGLRenderer.so: cannot open shared object file"));
 }
 
 TEST_F(Module, ModuleThatRegistersNothing)
 {
     EXPECT_THAT(errorFor(WRONG_MODULES "/RegistersNothing.so"),
                 EndsWith("RegistersNothing.so: the module registers no renderer"));
+}
+
+TEST_F(Module, ModuleOfAnotherInterfaceVersionIsRefusedBeforeItsCodeRuns)
+{
+    EXPECT_THAT(errorFor(WRONG_MODULES "/OtherInterface.so"),
+                EndsWith("OtherInterface.so: the module has interface version 2000, the "
+                         "engine " SG_RENDERER_INTERFACE_VERSION));
+    EXPECT_EQ(std::getenv("SG_OTHER_INTERFACE_RAN"), nullptr);
+}
+
+TEST_F(Module, OneAtATime)
+{
+    HeadlessContext const context(size);
+    SGRendererModule const module;
+    EXPECT_EQ(errorFor(std::nullopt), "no renderer module can be loaded beside the one in use");
 }
 
 TEST(HeadlessContext, HasTheSizeThatWasAskedFor)

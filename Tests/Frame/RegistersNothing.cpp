@@ -1,5 +1,4 @@
-// A module that can be loaded and is no renderer.
-extern "C" int registersNothing()
-{
-    return 0;
-}
+#include "SceneGraph/SGRendererInterface.h"
+
+// A module of the right version that makes no renderer.
+SG_RENDERER_MODULE;

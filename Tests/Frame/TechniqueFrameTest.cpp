@@ -92,6 +92,30 @@ TEST_P(TechniqueFrame, LooksLikePlain)
         GTEST_SKIP() << "what the driver lacks for" << lacking;
 }
 
+GLint integerOf(GLenum name)
+{
+    GLint value = -1;
+    glGetIntegerv(name, &value);
+    return value;
+}
+
+TEST_P(TechniqueFrame, LeavesNothingBoundForTheHost)
+{
+    for (Technique const technique : sgview::allTechniques) {
+        if (!sgview::lackingFor(technique).empty())
+            continue;
+        SCOPED_TRACE(sgview::nameOf(technique));
+        static_cast<void>(drawBy(technique, GetParam()));
+        for (GLenum const array : {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_TEXTURE_COORD_ARRAY})
+            EXPECT_FALSE(glIsEnabled(array)) << array;
+        EXPECT_EQ(integerOf(GL_CLIENT_ACTIVE_TEXTURE), GL_TEXTURE0);
+        EXPECT_EQ(integerOf(GL_ARRAY_BUFFER_BINDING), 0);
+        EXPECT_EQ(integerOf(GL_CURRENT_PROGRAM), 0);
+        EXPECT_FALSE(glIsEnabled(GL_VERTEX_PROGRAM_ARB));
+        EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Scenes, TechniqueFrame, testing::ValuesIn(techniqueScenes()),
                          [](auto const& scene) { return scene.param.name; });
 

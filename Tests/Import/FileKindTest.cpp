@@ -87,4 +87,12 @@ TEST(FileKind, RefusesWhatIsNoModel)
     }
 }
 
+TEST(HasModelName, GoesByTheNameAlone)
+{
+    for (char const* name : {"a.glb", "/x/A.OBJ", "b.mesh.xml", "c.3DS", "d.dae"})
+        EXPECT_TRUE(hasModelName(name)) << name;
+    for (char const* name : {"a.png", "README", "a.xml", "a.mtl", "glb", "", "a.glb.txt"})
+        EXPECT_FALSE(hasModelName(name)) << name;
+}
+
 } // namespace sgview

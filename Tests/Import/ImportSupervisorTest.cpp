@@ -6,9 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <stop_token>
+#include <thread>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -96,6 +99,31 @@ TEST_F(ImportSupervisorTest, EndsWhatTakesTooLong)
         EXPECT_EQ(message_, "the importer took longer than 1 s");
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3)) << name;
     }
+}
+
+TEST_F(ImportSupervisorTest, EndsWhatIsWantedNoMore)
+{
+    options_.limits.seconds = 30;
+    std::stop_source source;
+    auto const start = std::chrono::steady_clock::now();
+    std::jthread const impatient([&source] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+        source.request_stop();
+    });
+    try {
+        (void)superviseImport(folder_.path() / "hang.bad", options_, {source.get_token()});
+        FAIL() << "imported";
+    } catch (ImportError const& error) {
+        EXPECT_EQ(error.failure(), ImportFailure::cancelled);
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+}
+
+TEST_F(ImportSupervisorTest, CountsWhatHasCome)
+{
+    std::atomic<std::uint64_t> received = 0;
+    (void)superviseImport(folder_.path() / "chatter.bad", options_, {{}, &received});
+    EXPECT_GT(received, 100U);
 }
 
 TEST_F(ImportSupervisorTest, EndsWhatEatsMemory)

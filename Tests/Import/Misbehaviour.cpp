@@ -2,8 +2,8 @@
 
 #include "Tests/Import/SampleModel.h"
 #include "Viewer/Import/ImportError.h"
-#include "Viewer/Import/ImportWorker.h"
 #include "Viewer/Import/Importer.h"
+#include "Viewer/Process/WorkerProcess.h"
 
 #include <array>
 #include <atomic>

@@ -9,6 +9,8 @@ std::string contentText(GLenum target, GLsizeiptrARB size, void const* data)
 {
     if (!data)
         return "null";
+    if (!RecordingGL::current().keepsCalls())
+        return "array";
     std::size_t const count = static_cast<std::size_t>(size) / 4;
     if (target == GL_ELEMENT_ARRAY_BUFFER_ARB)
         return listText(static_cast<int const*>(data), count);

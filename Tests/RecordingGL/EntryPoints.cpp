@@ -76,6 +76,13 @@ SG_STAND_IN(void, glGetIntegerv, (GLenum name, GLint* values))
     gl.answerIntegers(name, values);
 }
 
+SG_STAND_IN(void, glGetDoublev, (GLenum name, GLdouble* values))
+{
+    RecordingGL& gl = RecordingGL::current();
+    gl.record("glGetDoublev", {enumText(name)});
+    gl.answerDoubles(name, values);
+}
+
 SG_STAND_IN(void, glReadPixels,
             (GLint x, GLint y, GLsizei width, GLsizei height, GLenum format, GLenum type, void* data))
 {
@@ -154,6 +161,8 @@ SG_STAND_IN(void, glDrawArrays, (GLenum primitive, GLint first, GLsizei count))
 {
     RecordingGL& gl = RecordingGL::current();
     gl.record("glDrawArrays", {primitiveText(primitive), numberText(first), numberText(count)});
+    if (!gl.keepsCalls())
+        return;
     std::vector<GLuint> vertices(static_cast<std::size_t>(count));
     std::iota(vertices.begin(), vertices.end(), static_cast<GLuint>(first));
     gl.draw(vertices);
@@ -163,13 +172,17 @@ SG_STAND_IN(void, glDrawElements, (GLenum primitive, GLsizei count, GLenum type,
 {
     RecordingGL& gl = RecordingGL::current();
     RecordingGL::ArraySource const source{gl.boundBuffers[GL_ELEMENT_ARRAY_BUFFER_ARB], indices};
-    std::vector<GLuint> vertices(static_cast<std::size_t>(count));
-    if (count > 0)
-        std::copy_n(static_cast<GLuint const*>(gl.read(source)), count, vertices.begin());
+    std::vector<GLuint> vertices;
+    if (count > 0 && gl.keepsCalls()) {
+        auto const* const start = static_cast<GLuint const*>(gl.read(source));
+        vertices.assign(start, start + count);
+    }
+    bool const printed = source.buffer == 0 && gl.keepsCalls();
     gl.record("glDrawElements",
               {primitiveText(primitive), numberText(count), enumText(type),
-               source.buffer == 0 ? listText(vertices.data(), vertices.size()) : gl.sourceText(source)});
-    gl.draw(vertices);
+               printed ? listText(vertices.data(), vertices.size()) : gl.sourceText(source)});
+    if (gl.keepsCalls())
+        gl.draw(vertices);
 }
 
 // GLU's own needs a context.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <numeric>
 #include <utility>
 
 namespace {
@@ -49,22 +50,35 @@ epoxy_resolver_failure_handler_t& RecordingGL::resolverFailureHandler()
 
 std::vector<std::string> RecordingGL::takeCalls()
 {
+    counts_.clear();
     return std::exchange(calls_, {});
 }
 
 int RecordingGL::count(std::string_view entryPoint) const
 {
-    std::string const start = std::string(entryPoint) + '(';
-    return static_cast<int>(std::count_if(calls_.begin(), calls_.end(),
-                                          [&](std::string const& call) { return call.starts_with(start); }));
+    auto const found = counts_.find(entryPoint);
+    return found == counts_.end() ? 0 : found->second;
+}
+
+int RecordingGL::count() const
+{
+    return std::accumulate(counts_.begin(), counts_.end(), 0,
+                           [](int sum, auto const& entry) { return sum + entry.second; });
 }
 
 void RecordingGL::record(std::string_view entryPoint, std::initializer_list<std::string> arguments)
 {
+    ++counts_[std::string(entryPoint)];
+    if (!keepsCalls_ && !watcher_)
+        return;
     std::string call = std::string(entryPoint) + '(';
     for (std::string const* argument = arguments.begin(); argument != arguments.end(); ++argument)
         call += (argument == arguments.begin() ? "" : ", ") + *argument;
-    calls_.push_back(call + ')');
+    call += ')';
+    if (watcher_)
+        watcher_(call);
+    if (keepsCalls_)
+        calls_.push_back(std::move(call));
 }
 
 std::string RecordingGL::pointerText(void const* pointer) const
@@ -87,6 +101,13 @@ void RecordingGL::answerIntegers(GLenum name, GLint* values) const
 {
     auto const found = integers_.find(name);
     if (found != integers_.end())
+        std::copy(found->second.begin(), found->second.end(), values);
+}
+
+void RecordingGL::answerDoubles(GLenum name, GLdouble* values) const
+{
+    auto const found = doubles_.find(name);
+    if (found != doubles_.end())
         std::copy(found->second.begin(), found->second.end(), values);
 }
 

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <deque>
+#include <functional>
 #include <initializer_list>
 #include <map>
 #include <optional>
@@ -51,15 +52,24 @@ public:
     /// The one that lives.
     [[nodiscard]] static RecordingGL& current();
 
+    /// Keeps neither calls nor draws from now on, only how many calls there were: for scenes too large to
+    /// keep. Indices and the contents of buffers are not printed then.
+    void keepCountsOnly() { keepsCalls_ = false; }
+    [[nodiscard]] bool keepsCalls() const { return keepsCalls_; }
+    /// Is shown each call before it answers.
+    void setWatcher(std::function<void(std::string_view call)> watcher) { watcher_ = std::move(watcher); }
+
     [[nodiscard]] std::vector<std::string> const& calls() const { return calls_; }
     /// The calls so far; starts the record anew.
     [[nodiscard]] std::vector<std::string> takeCalls();
-    /// How many calls there were of one entry point.
+    /// How many calls there were of one entry point, or of all, since the record was started.
     [[nodiscard]] int count(std::string_view entryPoint) const;
+    [[nodiscard]] int count() const;
 
     void setString(GLenum name, std::optional<std::string> text) { strings_[name] = std::move(text); }
     /// A limit that is not set is left as the caller had it, as an OpenGL does that does not know it.
     void setIntegers(GLenum name, std::vector<GLint> values) { integers_[name] = std::move(values); }
+    void setDoubles(GLenum name, std::vector<GLdouble> values) { doubles_[name] = std::move(values); }
     void setProgramLimit(GLenum name, GLint value) { programLimits_[name] = value; }
     /// What a program's uniform is found under; -1 for one that is not set.
     void setUniformLocation(std::string name, GLint location) { locations_[std::move(name)] = location; }
@@ -85,6 +95,7 @@ public:
     [[nodiscard]] std::string pointerText(void const* pointer) const;
     [[nodiscard]] GLubyte const* string(GLenum name) const;
     void answerIntegers(GLenum name, GLint* values) const;
+    void answerDoubles(GLenum name, GLdouble* values) const;
     [[nodiscard]] GLenum takeError();
     void answerPixels(void* data, std::size_t size) const;
     [[nodiscard]] GLint programLimit(GLenum name, GLint unknown) const;
@@ -119,9 +130,13 @@ public:
     std::set<GLuint> enabledAttributes;
 
 private:
+    bool keepsCalls_ = true;
+    std::function<void(std::string_view)> watcher_;
     std::vector<std::string> calls_;
+    std::map<std::string, int, std::less<>> counts_; ///< by entry point
     std::map<GLenum, std::optional<std::string>> strings_;
     std::map<GLenum, std::vector<GLint>> integers_;
+    std::map<GLenum, std::vector<GLdouble>> doubles_;
     std::map<GLenum, GLint> programLimits_;
     std::map<std::string, GLint> locations_;
     std::string infoLog_;

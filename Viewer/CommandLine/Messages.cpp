@@ -23,10 +23,16 @@ void Messages::warn(std::string_view text) const
         printError("warning: " + std::string(text));
 }
 
-Progress Messages::begin(std::string const& work) const
+Progress Messages::begin(std::string const& work, std::chrono::milliseconds patience) const
 {
     constexpr int noTerminal = -1;
-    return Progress(oneLine(work), quiet_ ? noTerminal : STDERR_FILENO);
+    return Progress(oneLine(work), quiet_ ? noTerminal : STDERR_FILENO, patience);
+}
+
+FrameProgress Messages::beginFrames(std::string const& work, std::size_t frames) const
+{
+    constexpr int nowhere = -1;
+    return FrameProgress(oneLine(work), frames, quiet_ ? nowhere : STDERR_FILENO);
 }
 
 void printError(std::string_view text)

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "Viewer/CommandLine/FrameProgress.h"
 #include "Viewer/CommandLine/Progress.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,7 +26,11 @@ public:
     void warn(std::string_view text) const;
 
     /// Shown, if at all, until the result goes.
-    [[nodiscard]] Progress begin(std::string const& work) const;
+    [[nodiscard]] Progress begin(std::string const& work,
+                                 std::chrono::milliseconds patience = std::chrono::seconds(1)) const;
+
+    /// The same for a film.
+    [[nodiscard]] FrameProgress beginFrames(std::string const& work, std::size_t frames) const;
 
 private:
     bool quiet_;

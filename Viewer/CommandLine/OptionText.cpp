@@ -2,10 +2,12 @@
 
 #include "Utilities/Strings.h"
 #include "Viewer/CommandLine/UsageError.h"
+#include "Viewer/Platform/ScreenshotName.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <optional>
 
 namespace sgview {
@@ -54,6 +56,17 @@ std::optional<Color> readColor(std::string_view text)
     return Color{components[0], components[1], components[2], 1.0F};
 }
 
+std::optional<FrameRange> readFrames(std::string_view text)
+{
+    std::size_t const dash = std::min(text.find('-'), text.size());
+    std::optional<std::uint32_t> const first = read<std::uint32_t>(text.substr(0, dash), 10);
+    std::optional<std::uint32_t> const last =
+        dash == text.size() ? first : read<std::uint32_t>(text.substr(dash + 1), 10);
+    if (!first || !last || *first > *last || *last > FrameRange::largest)
+        return std::nullopt;
+    return FrameRange{*first, *last};
+}
+
 std::optional<Moments> readMoments(std::string_view text)
 {
     if (std::optional<std::uint32_t> const count = read<std::uint32_t>(text, 10))
@@ -76,9 +89,10 @@ PictureSize parseSize(std::string_view text)
     std::size_t const cross = std::min(text.find('x'), text.size());
     std::optional<int> const width = readSide(text.substr(0, cross));
     std::optional<int> const height = readSide(text.substr(std::min(cross + 1, text.size())));
-    if (!width || !height)
+    if (!width || !height || std::int64_t{*width} * *height > PictureSize::mostPixels)
         refuse(text, "a picture size: width x height in pixels, 1 to " +
-                         std::to_string(PictureSize::largestSide) + " each, as in 1024x768");
+                         std::to_string(PictureSize::largestSide) + " each and " +
+                         std::to_string(PictureSize::mostPixels) + " in all, as in 1024x768");
     return {*width, *height};
 }
 
@@ -88,6 +102,27 @@ Color parseColor(std::string_view text)
     if (!color)
         refuse(text, "a colour: #rrggbb, as in #ff8000");
     return *color;
+}
+
+Color parseBackground(std::string_view text)
+{
+    if (text == "transparent")
+        return {0.0F, 0.0F, 0.0F, 0.0F};
+    std::optional<Color> const color = readColor(text);
+    if (!color)
+        refuse(text, "a colour: #rrggbb, as in #ff8000, or transparent");
+    return *color;
+}
+
+std::string inHex(Color const& color)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text = "#";
+    for (float const component : {color.r, color.g, color.b}) {
+        auto const byte = static_cast<std::size_t>(std::lround(255.0F * component));
+        text += {digits[byte / 16], digits[byte % 16]};
+    }
+    return text;
 }
 
 std::pair<Color, Color> parseColorPair(std::string_view text)
@@ -120,9 +155,46 @@ std::optional<Technique> parseTechnique(std::string_view text)
 {
     if (text == "auto")
         return std::nullopt;
-    auto const* const found = std::ranges::find(allTechniques, text, nameOf);
+    auto const* const found =
+        std::ranges::find(allTechniques, text, [](Technique technique) { return nameOf(technique); });
     if (found == allTechniques.end())
         refuse(text, "a technique: auto, plain, vbo, program, program+vbo, shader or shader+vbo");
+    return *found;
+}
+
+std::string parseScreenshotName(std::string_view text)
+{
+    if (!isScreenshotTemplate(text))
+        refuse(text, "a template for names: text with {model}, {date}, {time} and {number} in it");
+    return std::string(text);
+}
+
+FrameRange parseFrames(std::string_view text)
+{
+    std::optional<FrameRange> const frames = readFrames(text);
+    if (!frames)
+        refuse(text, "a range of frames: first-last, each from 0 to " + std::to_string(FrameRange::largest) +
+                         ", as in 0-239");
+    return *frames;
+}
+
+OutputName parseOutputName(std::string_view text)
+{
+    if (text.empty())
+        throw UsageError("no file is named");
+    std::optional<OutputName> const name = OutputName::parse(text);
+    if (!name)
+        refuse(text, "a name for pictures: text with {model}, {index} and {frame} in it, as in "
+                     "{model}-{frame:04}.png; {{ is a brace");
+    return *name;
+}
+
+PictureFormat parsePictureFormat(std::string_view text)
+{
+    auto const* const found =
+        std::ranges::find(allPictureFormats, text, [](PictureFormat format) { return nameOf(format); });
+    if (found == allPictureFormats.end())
+        refuse(text, "a picture format: png, webp, rgba or y4m");
     return *found;
 }
 
@@ -133,6 +205,14 @@ Moments parseMoments(std::string_view text)
         refuse(text, "moments: how many, 1 to " + std::to_string(Moments::most) +
                          ", or as many seconds with commas between, as in 0.1,0.25");
     return *moments;
+}
+
+Shell parseShell(std::string_view text)
+{
+    auto const* const found = std::ranges::find(allShells, text, [](Shell shell) { return nameOf(shell); });
+    if (found == allShells.end())
+        refuse(text, "a shell: bash, zsh or fish");
+    return *found;
 }
 
 std::vector<std::string> parseChannels(std::string_view text)

@@ -1,5 +1,6 @@
 #include "Viewer/CommandLine/Progress.h"
 
+#include <csignal>
 #include <utility>
 
 namespace sgview {
@@ -7,6 +8,14 @@ namespace sgview {
 namespace {
 
 constexpr char const* eraseLine = "\r\033[K";
+
+/// Those that come to the process are for the thread that does the work.
+void leaveSignalsToOthers()
+{
+    sigset_t all;
+    ::sigfillset(&all);
+    ::pthread_sigmask(SIG_BLOCK, &all, nullptr);
+}
 
 } // namespace
 
@@ -19,8 +28,15 @@ Progress::Progress(std::string work, int terminal, std::chrono::milliseconds pat
 
 Progress::~Progress() = default;
 
+void Progress::say(std::string work)
+{
+    std::lock_guard const lock(mutex_);
+    work_ = std::move(work);
+}
+
 void Progress::run(std::stop_token const& stop)
 {
+    leaveSignalsToOthers();
     using Clock = std::chrono::steady_clock;
     Clock::time_point const start = Clock::now();
     bool shown = false;

@@ -23,6 +23,9 @@ public:
     Progress& operator=(Progress const&) = delete;
     ~Progress();
 
+    /// What takes so long from now on.
+    void say(std::string work);
+
 private:
     void run(std::stop_token const& stop);
     void write(std::string const& text) const;

@@ -1,7 +1,11 @@
 #include "Viewer/Commands/Commands.h"
 
+#include "Utilities/Prefs.h"
+#include "Viewer/Commands/GraphicsSummary.h"
 #include "Viewer/Commands/ModelLoader.h"
 #include "Viewer/Commands/ModelSummary.h"
+#include "Viewer/Platform/GraphicsDevices.h"
+#include "Viewer/Platform/OffscreenRenderer.h"
 #include "Viewer/Platform/OutputFile.h"
 #include "Viewer/Scene/ModelScene.h"
 
@@ -22,9 +26,41 @@ Model loadOrExplain(InfoRequest const& request, Messages const& messages)
     }
 }
 
-} // namespace
+template <typename Summary>
+void write(Summary const& summary, bool json)
+{
+    if (json)
+        writeJson(std::cout, summary);
+    else
+        writeText(std::cout, summary);
+    if (!std::cout.flush())
+        throw OutputError("standard output cannot be written");
+}
 
-void run(InfoRequest const& request, Messages const& messages)
+/// As the user's preferences have it, word for word.
+std::vector<std::pair<std::string, std::string>> storedVerdict()
+{
+    Prefs const& preferences = RogueSingleton<Prefs, PrefsFactory>::getInstance();
+    std::vector<std::pair<std::string, std::string>> entries;
+    for (char const* const key : {"GL_CARD", "GL_VBO", "GL_VertexProgram", "GL_VertexShader"}) {
+        std::string const value = preferences.getString(key);
+        if (!value.empty())
+            entries.emplace_back(key, value);
+    }
+    return entries;
+}
+
+void describeGraphics(InfoRequest const& request)
+{
+    if (request.device.number)
+        useGraphicsDevice(*request.device.number);
+    OffscreenRenderer const renderer({8, 8}, request.module);
+    GraphicsSummary const summary{askGraphics(), storedVerdict(), !renderer.engine().isDiagnosticNeeded(),
+                                  storedTechnique(renderer.engine())};
+    write(summary, request.json);
+}
+
+void describeModel(InfoRequest const& request, Messages const& messages)
 {
     Model model = loadOrExplain(request, messages);
     ModelSummary summary = summarise(request.model.file.string(), model);
@@ -35,9 +71,19 @@ void run(InfoRequest const& request, Messages const& messages)
     scene.pose(summary.posedBy, summary.seconds);
     summary.bounds = scene.surfaceBounds();
 
-    (request.json ? writeJson : writeText)(std::cout, summary);
-    if (!std::cout.flush())
-        throw OutputError("standard output cannot be written");
+    write(summary, request.json);
+}
+
+} // namespace
+
+void run(InfoRequest const& request, Messages const& messages)
+{
+    if (request.device.list)
+        printDevices();
+    else if (request.gpu)
+        describeGraphics(request);
+    else
+        describeModel(request, messages);
 }
 
 } // namespace sgview

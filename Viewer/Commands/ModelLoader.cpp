@@ -3,8 +3,7 @@
 #include "Utilities/AssetManager.h"
 #include "Viewer/CommandLine/UsageError.h"
 #include "Viewer/Import/ImportSupervisor.h"
-
-#include <charconv>
+#include "Viewer/Scene/Animation.h"
 
 namespace sgview {
 
@@ -41,19 +40,10 @@ Index findAnimation(Model const& model, ModelRequest const& request, Messages co
         messages.warn("no animation in " + request.file.string() + "; taken in its rest pose");
         return none;
     }
-    std::string const& wanted = *request.animation;
-    auto const count = static_cast<Index>(model.animations.size());
-    for (Index i = 0; i < count; ++i)
-        if (model.animations[static_cast<std::size_t>(i)].name == wanted)
-            return i;
-
-    Index index = none;
-    char const* const end = wanted.data() + wanted.size();
-    auto const [last, error] = std::from_chars(wanted.data(), end, index);
-    if (error == std::errc() && last == end && index >= 0 && index < count)
-        return index;
-    throw UsageError("--animation: " + request.file.string() + " has no animation '" + wanted + "'; it has " +
-                     listOf(model.animations));
+    if (std::optional<Index> const found = findAnimation(model, *request.animation))
+        return *found;
+    throw UsageError("--animation: " + request.file.string() + " has no animation '" + *request.animation +
+                     "'; it has " + listOf(model.animations));
 }
 
 } // namespace sgview

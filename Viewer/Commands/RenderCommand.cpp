@@ -1,27 +1,87 @@
 #include "Viewer/Commands/Commands.h"
 
-#include "Viewer/Commands/ModelLoader.h"
-#include "Viewer/Platform/OffscreenRenderer.h"
-#include "Viewer/Platform/PngWriter.h"
-#include "Viewer/Scene/ModelScene.h"
+#include "SceneGraph/SGRendererModule.h"
+#include "Viewer/CommandLine/UsageError.h"
+#include "Viewer/Commands/GraphicsSummary.h"
+#include "Viewer/Commands/RenderOutcome.h"
+#include "Viewer/Commands/RenderSession.h"
+#include "Viewer/Platform/GraphicsDevices.h"
+#include "Viewer/Platform/OutputFile.h"
+
+#include <chrono>
+#include <iostream>
+
+#include <unistd.h>
 
 namespace sgview {
 
+namespace {
+
+/// Models that could not be drawn, each of which has been told of.
+class RenderFailure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+void checkStandardOutput(RenderRequest const& request)
+{
+    if (request.output->isStandardOutput() && ::isatty(STDOUT_FILENO) != 0)
+        throw UsageError("--output: standard output is a terminal, which shows no pictures; lead it into a "
+                         "file or a pipe");
+}
+
+/// What leaves the other models nothing to be drawn by goes on upwards.
+RenderOutcome drawModel(RenderSession& session, PictureSubject const& subject)
+{
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point const start = Clock::now();
+    RenderOutcome outcome;
+    outcome.model = subject.model;
+    try {
+        session.draw(subject, outcome.pictures);
+    } catch (ContextError const&) {
+        throw;
+    } catch (SGModuleError const&) {
+        throw;
+    } catch (TechniqueError const&) {
+        throw;
+    } catch (std::exception const&) {
+        outcome.error = std::current_exception();
+    }
+    outcome.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    return outcome;
+}
+
+} // namespace
+
 void run(RenderRequest const& request, Messages const& messages)
 {
-    Model model = loadModel(request.model, messages);
-    for (std::string const& warning : model.warnings)
-        messages.warn(warning);
-    Index const animation = findAnimation(model, request.model, messages);
+    if (request.device.list) {
+        printDevices();
+        return;
+    }
+    checkStandardOutput(request);
+    if (request.device.number)
+        useGraphicsDevice(*request.device.number);
 
-    auto const progress = messages.begin("drawing " + request.picture.output.filename().string());
-    PictureSize const size = request.picture.size;
-    OffscreenRenderer renderer(size, request.picture.module);
-    renderer.use(request.picture.technique);
-    ModelScene scene(std::move(model), request.scene);
-    scene.pose(animation, request.model.seconds);
-    scene.setView(request.view, size.width, size.height);
-    writePng(request.picture.output, renderer.draw(scene.root()));
+    RenderSession session(request, messages);
+    std::size_t const count = request.files.size();
+    std::size_t failures = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        RenderOutcome const outcome = drawModel(session, {request.files[i], i + 1, 0});
+        if (request.json)
+            writeJsonLine(std::cout, outcome);
+        if (request.json && !std::cout.flush())
+            throw OutputError("standard output cannot be written");
+        if (outcome.error && count == 1)
+            std::rethrow_exception(outcome.error);
+        if (outcome.error)
+            printError(messageOf(outcome.error));
+        failures += outcome.error ? 1 : 0;
+    }
+    if (failures != 0)
+        throw RenderFailure(std::to_string(failures) + " of " + std::to_string(count) +
+                            " models could not be drawn");
 }
 
 } // namespace sgview

@@ -156,16 +156,17 @@ std::string formatByContent(Content content, std::string_view text)
     return formatOfXml(rootElement(text), text);
 }
 
+constexpr auto extensionsRead = std::to_array<std::string_view>(
+    {"3d",      "3ds",  "3mf",    "ac",   "ac3d",     "acc",     "amf", "ase",  "ask", "assbin", "b3d",
+     "blend",   "bsp",  "bvh",    "cob",  "csm",      "dae",     "dxf", "enff", "fbx", "glb",    "gltf",
+     "hmp",     "ifc",  "ifczip", "iqm",  "irr",      "irrmesh", "lwo", "lws",  "lxo", "md2",    "md3",
+     "md5mesh", "mdc",  "mdl",    "mesh", "mesh.xml", "ms3d",    "ndo", "nff",  "obj", "off",    "ogex",
+     "pk3",     "ply",  "pmx",    "prj",  "q3o",      "q3s",     "raw", "scn",  "sib", "smd",    "stl",
+     "stp",     "step", "ter",    "x",    "x3d",      "x3db",    "xgl", "zae",  "zgl"});
+
 bool isRead(std::string_view extension)
 {
-    return isOneOf(extension,
-                   {"3d",   "3ds",   "3mf", "ac",      "ac3d",   "acc", "amf",  "ase",      "ask",  "assbin",
-                    "b3d",  "blend", "bsp", "bvh",     "cob",    "csm", "dae",  "dxf",      "enff", "fbx",
-                    "glb",  "gltf",  "hmp", "ifc",     "ifczip", "iqm", "irr",  "irrmesh",  "lwo",  "lws",
-                    "lxo",  "md2",   "md3", "md5mesh", "mdc",    "mdl", "mesh", "mesh.xml", "ms3d", "ndo",
-                    "nff",  "obj",   "off", "ogex",    "pk3",    "ply", "pmx",  "prj",      "q3o",  "q3s",
-                    "raw",  "scn",   "sib", "smd",     "stl",    "stp", "step", "ter",      "x",    "x3d",
-                    "x3db", "xgl",   "zae", "zgl"});
+    return std::ranges::find(extensionsRead, extension) != extensionsRead.end();
 }
 
 /// What a side file is to the model it belongs to; empty for any other file.
@@ -268,6 +269,16 @@ FileKind classify(std::filesystem::path const& file, Content content)
         throw refuse(ImportFailure::textFile, "a text file, not a model");
     throw refuse(ImportFailure::formatNotRead,
                  extension.empty() ? "no known model format" : "the format ." + extension + " is not read");
+}
+
+std::span<std::string_view const> modelExtensions()
+{
+    return extensionsRead;
+}
+
+bool hasModelName(std::filesystem::path const& file)
+{
+    return isRead(longExtensionOf(file.filename().string()));
 }
 
 } // namespace sgview

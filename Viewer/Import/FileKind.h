@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace sgview {
 
@@ -21,5 +22,11 @@ struct FileKind {
 ///
 /// \throws ImportError  picture, text file, side file, format not read, empty file
 [[nodiscard]] FileKind classify(std::filesystem::path const& file, std::span<std::uint8_t const> content);
+
+/// How the names of models end: without dot, lower case.
+[[nodiscard]] std::span<std::string_view const> modelExtensions();
+
+/// Whether a file's name ends as those of models do.
+[[nodiscard]] bool hasModelName(std::filesystem::path const& file);
 
 } // namespace sgview

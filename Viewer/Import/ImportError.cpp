@@ -49,6 +49,8 @@ std::string_view nameOf(ImportFailure failure)
         return "out of memory";
     case ImportFailure::timedOut:
         return "timed out";
+    case ImportFailure::cancelled:
+        return "cancelled";
     }
     return "unknown";
 }

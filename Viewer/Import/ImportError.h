@@ -24,6 +24,7 @@ enum class ImportFailure : std::uint8_t {
     crashed,       ///< the importer was ended by a signal
     outOfMemory,   ///< the importer asked for more memory than it may have
     timedOut,      ///< the importer took longer than it may
+    cancelled,     ///< whoever asked for the import wants it no more
 };
 
 /// The failure's name as people and manifests write it: "not found", "point cloud".

@@ -4,11 +4,12 @@
 #include "Viewer/Import/ImportWorker.h"
 #include "Viewer/Import/ModelCheck.h"
 #include "Viewer/Import/ModelStream.h"
-#include "Viewer/Import/WorkerProcess.h"
+#include "Viewer/Process/WorkerProcess.h"
 
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <system_error>
 
 namespace sgview {
 
@@ -24,8 +25,9 @@ std::string inMebibytes(std::uint64_t bytes)
 /// One supervised import: the child's output until it ends or must be ended.
 class Supervision {
 public:
-    Supervision(std::filesystem::path const& file, ImportOptions const& options)
+    Supervision(std::filesystem::path const& file, ImportOptions const& options, ImportWatch const& watch)
         : file_(file.string()),
+          watch_(watch),
           limits_(options.limits),
           worker_(workerArguments(file, options)),
           deadline_(Clock::now() + std::chrono::seconds(options.limits.seconds))
@@ -60,16 +62,21 @@ private:
 
     void receive()
     {
-        constexpr std::chrono::milliseconds memoryWatchInterval{50};
+        constexpr std::chrono::milliseconds watchInterval{50};
         constexpr std::uint64_t sanitizerOverhead = 3; // shadow memory, red zones and quarantine
         while (true) {
             auto const left = std::chrono::ceil<std::chrono::milliseconds>(deadline_ - Clock::now());
             if (left.count() <= 0)
                 throw timedOut();
-            auto const wait = memoryIsWatched ? std::min(left, memoryWatchInterval) : left;
+            if (watch_.stop.stop_requested())
+                throw fail(ImportFailure::cancelled, "loading was cancelled");
+            bool const isWatched = memoryIsWatched || watch_.stop.stop_possible();
+            auto const wait = isWatched ? std::min(left, watchInterval) : left;
             WorkerProcess::Output const output = worker_.read(received_, wait);
             if (output == WorkerProcess::Output::ended)
                 return;
+            if (watch_.received)
+                *watch_.received = received_.size();
             if (received_.size() > limits_.memory)
                 throw fail(ImportFailure::tooBig, "the model is larger than " + inMebibytes(limits_.memory));
             if (memoryIsWatched && worker_.residentMemory() > sanitizerOverhead * limits_.memory)
@@ -114,6 +121,7 @@ private:
     }
 
     std::string file_;
+    ImportWatch watch_;
     ImportLimits limits_;
     WorkerProcess worker_;
     Clock::time_point deadline_;
@@ -122,9 +130,14 @@ private:
 
 } // namespace
 
-Model superviseImport(std::filesystem::path const& file, ImportOptions const& options)
+Model superviseImport(std::filesystem::path const& file, ImportOptions const& options,
+                      ImportWatch const& watch)
 {
-    return Supervision(file, options).run();
+    try {
+        return Supervision(file, options, watch).run();
+    } catch (std::system_error const& error) {
+        throw ImportError(ImportFailure::crashed, file.string(), error.what());
+    }
 }
 
 } // namespace sgview

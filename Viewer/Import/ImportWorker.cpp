@@ -3,9 +3,9 @@
 #include "Viewer/Import/ImportError.h"
 #include "Viewer/Import/ModelStream.h"
 #include "Viewer/Import/WorkerLimits.h"
+#include "Viewer/Process/WorkerProcess.h"
 
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <new>
 #include <string_view>
@@ -32,29 +32,17 @@ Number numberFrom(std::string_view text)
     return number;
 }
 
-void send(std::span<std::uint8_t const> bytes)
-{
-    while (!bytes.empty()) {
-        ssize_t const count = ::write(workerDescriptor, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            ::_exit(1); // nobody listens
-        bytes = bytes.subspan(static_cast<std::size_t>(count));
-    }
-}
-
 void send(WorkerMark mark)
 {
     std::array const byte{static_cast<std::uint8_t>(mark)};
-    send(byte);
+    sendToParent(byte);
 }
 
 void sendError(ImportFailure failure, std::string_view message)
 {
     std::array const head{static_cast<std::uint8_t>(WorkerMark::error), static_cast<std::uint8_t>(failure)};
-    send(head);
-    send({reinterpret_cast<std::uint8_t const*>(message.data()), message.size()});
+    sendToParent(head);
+    sendToParent(message);
     send(WorkerMark::end);
 }
 
@@ -63,7 +51,7 @@ void work(std::filesystem::path const& file, ImportOptions const& options, Impor
     try {
         Model const model = import(file, options);
         send(WorkerMark::model);
-        writeModel(model, [](std::span<std::uint8_t const> bytes) { send(bytes); });
+        writeModel(model, [](std::span<std::uint8_t const> bytes) { sendToParent(bytes); });
         send(WorkerMark::end);
     } catch (ImportError const& error) {
         sendError(error.failure(), error.what());

@@ -26,9 +26,6 @@ int importWorkerMain(int argc, char const* const* argv, ImportFunction const& im
 [[nodiscard]] std::vector<std::string> workerArguments(std::filesystem::path const& file,
                                                        ImportOptions const& options);
 
-/// The descriptor through which a worker sends.
-inline constexpr int workerDescriptor = 3;
-
 /// First byte of what a worker sends, and its last.
 enum class WorkerMark : std::uint8_t { model = 'M', error = 'E', end = '.' };
 

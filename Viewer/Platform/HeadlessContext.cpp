@@ -58,8 +58,10 @@ HeadlessContext::VideoDriver::~VideoDriver()
 HeadlessContext::HeadlessContext(PictureSize size) : size_(size)
 {
     std::string reasons;
+    bool const isDeviceNumbered =
+        SDL_GetHint("SDL_HINT_EGL_DEVICE") != nullptr; // only the first way knows it
     for (auto const& [driver, display] : ways) {
-        if (display && !std::getenv(display))
+        if (display && (!std::getenv(display) || isDeviceNumbered))
             continue;
         try {
             open(driver);

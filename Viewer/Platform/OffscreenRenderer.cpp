@@ -7,12 +7,6 @@
 
 namespace sgview {
 
-void OffscreenRenderer::use(std::optional<Technique> technique)
-{
-    SGRenderer& renderer = module_.renderer();
-    choose(renderer, technique ? *technique : storedTechnique(renderer));
-}
-
 std::string OffscreenRenderer::driver()
 {
     auto const* const text = reinterpret_cast<char const*>(glGetString(GL_RENDERER));

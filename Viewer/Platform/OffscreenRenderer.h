@@ -1,9 +1,9 @@
 #pragma once
 
+#include "SceneGraph/SGRendererModule.h"
 #include "SceneGraph/SGRootNode.h"
 #include "Viewer/Platform/HeadlessContext.h"
 #include "Viewer/Platform/Picture.h"
-#include "Viewer/Platform/RendererModule.h"
 #include "Viewer/Platform/TechniqueChoice.h"
 
 #include <chrono>
@@ -16,16 +16,19 @@ namespace sgview {
 class OffscreenRenderer {
 public:
     /// \param module  where the renderer is, if not in the usual places
-    /// \throws ContextError, ModuleError
+    /// \throws ContextError, SGModuleError
     explicit OffscreenRenderer(PictureSize size,
                                std::optional<std::filesystem::path> const& module = std::nullopt)
         : context_(size), module_(module)
     {
     }
 
-    /// Draws by a technique from now on; without one, by that of the user's stored verdict.
+    /// Draws by a technique from now on.
     /// \throws TechniqueError
-    void use(std::optional<Technique> technique);
+    void use(Technique technique) { choose(module_.renderer(), technique); }
+
+    /// What the renderer says of the card and of the user's stored verdict.
+    [[nodiscard]] SGRenderer const& engine() const { return module_.renderer(); }
 
     /// What draws, in OpenGL's words: "llvmpipe (LLVM 15.0.6, 256 bits)".
     [[nodiscard]] static std::string driver();
@@ -42,7 +45,7 @@ private:
     void drawFrame(smart_ptr<SGRootNode> const& root);
 
     HeadlessContext context_;
-    RendererModule module_;
+    SGRendererModule module_;
 };
 
 } // namespace sgview

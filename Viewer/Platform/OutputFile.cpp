@@ -74,4 +74,11 @@ void OutputFile::fail(int error) const
     throw OutputError(path_.string() + ": " + std::generic_category().message(error));
 }
 
+void writeFile(std::filesystem::path const& path, std::string_view text)
+{
+    OutputFile file(path);
+    std::fwrite(text.data(), 1, text.size(), file.stream());
+    file.commit();
+}
+
 } // namespace sgview

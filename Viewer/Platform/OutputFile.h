@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
+#include <string_view>
 
 namespace sgview {
 
@@ -39,5 +40,9 @@ private:
     std::filesystem::path temporary_; ///< empty while there is none
     std::FILE* stream_ = nullptr;
 };
+
+/// Writes a text into a file of its own.
+/// \throws OutputError
+void writeFile(std::filesystem::path const& path, std::string_view text);
 
 } // namespace sgview

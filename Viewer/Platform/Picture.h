@@ -6,9 +6,10 @@
 
 namespace sgview {
 
-/// Pixels: width and height, 1 to `largestSide` each.
+/// Pixels: width and height, 1 to `largestSide` each, `mostPixels` in all.
 struct PictureSize {
-    static constexpr int largestSide = 16384;
+    static constexpr int largestSide = 65536;
+    static constexpr std::int64_t mostPixels = std::int64_t{1} << 28;
 
     int width = 1024;
     int height = 768;

@@ -1,43 +1,17 @@
 #include "Viewer/Platform/PngWriter.h"
 
 #include "Viewer/Platform/OutputFile.h"
+#include "Viewer/Platform/PngEncoder.h"
 
-#include <png.h>
-
-#include <cerrno>
+#include <cstdio>
 
 namespace sgview {
 
-namespace {
-
-/// What a blending surface leaves in the frame's alpha is no opacity of the picture.
-std::vector<std::uint8_t> withoutAlpha(Picture const& picture)
-{
-    std::vector<std::uint8_t> colours;
-    colours.reserve(picture.pixels.size() / 4 * 3);
-    for (std::size_t i = 0; i + 3 < picture.pixels.size(); i += 4)
-        colours.insert(colours.end(), &picture.pixels[i], &picture.pixels[i] + 3);
-    return colours;
-}
-
-} // namespace
-
 void writePng(std::filesystem::path const& path, Picture const& picture)
 {
-    std::vector<std::uint8_t> const colours = withoutAlpha(picture);
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = static_cast<png_uint_32>(picture.size.width);
-    image.height = static_cast<png_uint_32>(picture.size.height);
-    image.format = PNG_FORMAT_RGB;
-
     OutputFile file(path);
-    errno = 0;
-    if (png_image_write_to_stdio(&image, file.stream(), 0, colours.data(), 0, nullptr) == 0) {
-        if (errno != 0)
-            file.fail(errno);
-        throw OutputError(path.string() + ": " + image.message);
-    }
+    std::vector<std::uint8_t> const bytes = encodePng(picture);
+    std::fwrite(bytes.data(), 1, bytes.size(), file.stream());
     file.commit();
 }
 

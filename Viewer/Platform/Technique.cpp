@@ -1,6 +1,17 @@
 #include "Viewer/Platform/Technique.h"
 
+#include <algorithm>
+
 namespace sgview {
+
+Technique techniqueWith(bool vbo, bool program, bool shader)
+{
+    auto const fits = [&](Technique technique) {
+        return usesVBO(technique) == vbo && usesProgram(technique) == program &&
+               usesShader(technique) == (shader && !program);
+    };
+    return *std::ranges::find_if(allTechniques, fits);
+}
 
 std::string_view nameOf(Technique technique)
 {

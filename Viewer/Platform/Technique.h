@@ -28,6 +28,9 @@ inline constexpr std::array<Technique, 6> allTechniques{Technique::plain,   Tech
     return technique == Technique::shader || technique == Technique::shaderAndVBO;
 }
 
+/// The one that uses what is granted; the vertex program goes before the shader.
+[[nodiscard]] Technique techniqueWith(bool vbo, bool program, bool shader);
+
 /// As a person types it: "program+vbo".
 [[nodiscard]] std::string_view nameOf(Technique technique);
 

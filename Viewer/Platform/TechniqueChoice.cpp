@@ -30,11 +30,6 @@ std::string textOf(GLenum name)
     return text ? text : "";
 }
 
-std::string cardInUse()
-{
-    return textOf(GL_VENDOR) + " / " + textOf(GL_RENDERER) + " / " + textOf(GL_VERSION);
-}
-
 bool isStoredAsTrue(char const* key)
 {
     std::string const text = Preferences::getInstance().getString(key);
@@ -77,6 +72,11 @@ void requireAssets(Technique technique)
 
 } // namespace
 
+std::string cardInUse()
+{
+    return textOf(GL_VENDOR) + " / " + textOf(GL_RENDERER) + " / " + textOf(GL_VERSION);
+}
+
 std::string lackingFor(Technique technique)
 {
     std::vector<std::string> const offered = string_split(textOf(GL_EXTENSIONS), ' ');
@@ -91,14 +91,7 @@ Technique storedTechnique(SGRenderer const& renderer)
 {
     if (renderer.isDiagnosticNeeded())
         return Technique::plain;
-    bool const program = isStoredAsTrue(programKey);
-    bool const shader = isStoredAsTrue(shaderKey) && !program;
-    bool const vbo = isStoredAsTrue(vboKey);
-    auto const found = std::ranges::find_if(allTechniques, [&](Technique technique) {
-        return usesVBO(technique) == vbo && usesProgram(technique) == program &&
-               usesShader(technique) == shader;
-    });
-    return *found;
+    return techniqueWith(isStoredAsTrue(vboKey), isStoredAsTrue(programKey), isStoredAsTrue(shaderKey));
 }
 
 void choose(SGRenderer& renderer, Technique technique)

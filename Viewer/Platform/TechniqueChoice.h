@@ -14,7 +14,16 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// A technique to draw by, and for people why.
+struct ChosenTechnique {
+    Technique technique = Technique::plain;
+    std::string reason; ///< "asked for by --technique"
+};
+
 // All of these need a current context.
+
+/// The card's identity, as the renderer keeps it with a verdict: vendor / renderer / version.
+[[nodiscard]] std::string cardInUse();
 
 /// The extensions that a technique needs and the OpenGL in use has not, with commas between; empty where it
 /// has them all.

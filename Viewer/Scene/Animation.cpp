@@ -1,7 +1,9 @@
 #include "Viewer/Scene/Animation.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <utility>
 
 namespace sgview {
 
@@ -118,6 +120,20 @@ Vector3 sample(ModelTrack<Vector3> const& track, double seconds)
 Quaternion sample(ModelTrack<Quaternion> const& track, double seconds)
 {
     return normalised(sampleRaw(track, seconds));
+}
+
+std::optional<Index> findAnimation(Model const& model, std::string const& nameOrIndex)
+{
+    auto const named = std::ranges::find(model.animations, nameOrIndex, &ModelAnimation::name);
+    if (named != model.animations.end())
+        return static_cast<Index>(named - model.animations.begin());
+    Index index = none;
+    char const* const end = nameOrIndex.data() + nameOrIndex.size();
+    auto const [last, error] = std::from_chars(nameOrIndex.data(), end, index);
+    if (error != std::errc() || last != end || index < 0 ||
+        std::cmp_greater_equal(index, model.animations.size()))
+        return std::nullopt;
+    return index;
 }
 
 Matrix3 rotationOf(Quaternion const& q)

@@ -3,6 +3,8 @@
 #include "Maths/Matrix.h"
 #include "Viewer/Import/Model.h"
 
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace sgview {
@@ -16,6 +18,9 @@ namespace sgview {
 /// \param seconds  from the clip's start
 [[nodiscard]] Vector3 sample(ModelTrack<Vector3> const& track, double seconds);
 [[nodiscard]] Quaternion sample(ModelTrack<Quaternion> const& track, double seconds);
+
+/// The animation that goes by a name, or else by an index; nothing where there is no such.
+[[nodiscard]] std::optional<Index> findAnimation(Model const& model, std::string const& nameOrIndex);
 
 /// The rotation of a quaternion of unit length.
 [[nodiscard]] Matrix3 rotationOf(Quaternion const& q);

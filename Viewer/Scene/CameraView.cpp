@@ -15,13 +15,6 @@ constexpr double halfFieldOfView = 13.0 * std::numbers::pi / 180.0; // of the sh
 constexpr double margin = 1.04;
 constexpr double farthestToNearest = 1e4; // more would cost a 24-bit depth buffer its precision
 
-Matrix3 viewRotation(CameraView const& view)
-{
-    double const degrees = std::numbers::pi / 180.0;
-    return Matrix3::rotationMatrix(Vector3(1.0, 0.0, 0.0), view.elevation * degrees) *
-           Matrix3::rotationMatrix(Vector3(0.0, 1.0, 0.0), -view.azimuth * degrees);
-}
-
 /// A box to look at; never a single point.
 Bounds boundsOf(std::vector<Vector3> const& points)
 {
@@ -56,52 +49,83 @@ struct Reach {
     [[nodiscard]] double middle() const { return (high - low) / 2.0; }
 };
 
+/// Points as seen from one direction, and the nearest place from which all are in view.
+struct Fit {
+    Fit(std::vector<Vector3> const& points, Matrix3 const& turn, double width, double height)
+        : bounds(boundsOf(points)),
+          centre(bounds.low * 0.5 + bounds.high * 0.5),
+          size(length(bounds.high - bounds.low)),
+          across{slopeOfView() * width / std::min(width, height)},
+          up{slopeOfView() * height / std::min(width, height)},
+          nearest(-size),
+          farthest(size)
+    {
+        for (Vector3 const& point : points)
+            if (isFinite(point))
+                see(turn * (point - centre));
+        if (nearest - farthest < 1e-6 * size || points.empty()) { // a point, or a sheet seen face on
+            see(turn * (bounds.low - centre));
+            see(turn * (bounds.high - centre));
+        }
+        distance = std::max({margin * across.distance(), margin * up.distance(), nearest + 0.1 * size});
+    }
+
+    void see(Vector3 const& eye)
+    {
+        across.add(eye.x, eye.z);
+        up.add(eye.y, eye.z);
+        nearest = std::max(nearest, eye.z);
+        farthest = std::min(farthest, eye.z);
+    }
+
+    Bounds bounds;
+    Vector3 centre;
+    double size;
+    Reach across;
+    Reach up;
+    double nearest; ///< towards the camera, from the centre
+    double farthest;
+    double distance; ///< from the camera to the centre's depth
+};
+
 } // namespace
+
+double slopeOfView()
+{
+    return std::tan(halfFieldOfView);
+}
+
+Matrix3 viewRotation(CameraView const& view)
+{
+    double const degrees = std::numbers::pi / 180.0;
+    return Matrix3::rotationMatrix(Vector3(1.0, 0.0, 0.0), view.elevation * degrees) *
+           Matrix3::rotationMatrix(Vector3(0.0, 1.0, 0.0), -view.azimuth * degrees);
+}
 
 Vector3 viewDirection(CameraView const& view)
 {
     return transpose(viewRotation(view)) * Vector3(0.0, 0.0, -1.0);
 }
 
+FittedView fitView(std::vector<Vector3> const& points, Matrix3 const& turn, double width, double height)
+{
+    Fit const fit(points, turn, width, height);
+    return {fit.centre + transpose(turn) * Vector3(fit.across.middle(), fit.up.middle(), 0.0), fit.distance};
+}
+
 smart_ptr<CameraBase> fitCamera(std::vector<Vector3> const& points, CameraView const& view, int width,
                                 int height)
 {
-    Bounds const bounds = boundsOf(points);
-    Vector3 const centre = bounds.low * 0.5 + bounds.high * 0.5;
-    double const size = length(bounds.high - bounds.low);
     Matrix3 const turn = viewRotation(view);
+    Fit const fit(points, turn, width, height);
+    double const depthMargin = 0.01 * fit.size;
+    double const far = fit.distance - fit.farthest + depthMargin;
+    double const near = std::max(fit.distance - fit.nearest - depthMargin, far / farthestToNearest);
 
-    double const shorter = std::min(width, height);
-    double const slope = std::tan(halfFieldOfView);
-    Reach across{slope * width / shorter};
-    Reach up{slope * height / shorter};
-    double nearest = -size;
-    double farthest = size;
-    auto const see = [&](Vector3 const& point) {
-        Vector3 const eye = turn * (point - centre);
-        across.add(eye.x, eye.z);
-        up.add(eye.y, eye.z);
-        nearest = std::max(nearest, eye.z);
-        farthest = std::min(farthest, eye.z);
-    };
-    for (Vector3 const& point : points)
-        if (isFinite(point))
-            see(point);
-    if (nearest - farthest < 1e-6 * size || points.empty()) { // a point, or a sheet seen face on
-        see(bounds.low);
-        see(bounds.high);
-    }
-
-    double const distance =
-        std::max({margin * across.distance(), margin * up.distance(), nearest + 0.1 * size});
-    double const depthMargin = 0.01 * size;
-    double const far = distance - farthest + depthMargin;
-    double const near = std::max(distance - nearest - depthMargin, far / farthestToNearest);
-
-    double const right = near * across.slope / view.zoom;
-    double const top = near * up.slope / view.zoom;
-    Matrix const toEye =
-        Matrix(turn, Vector3(-across.middle(), -up.middle(), -distance)) * Matrix::translationMatrix(-centre);
+    double const right = near * fit.across.slope / view.zoom;
+    double const top = near * fit.up.slope / view.zoom;
+    Matrix const toEye = Matrix(turn, Vector3(-fit.across.middle(), -fit.up.middle(), -fit.distance)) *
+                         Matrix::translationMatrix(-fit.centre);
     return make_smart<CameraBase>(toEye, Matrix::frustum(-right, right, -top, top, near, far),
                                   quarl::Rect<int>{0, 0, width, height});
 }

@@ -57,13 +57,27 @@ smart_ptr<SurfaceGeometryData> stretched(GeometryData const& geometry, SurfaceGe
     return copy;
 }
 
-/// But for the rounding that a turning hierarchy leaves, which is no reason to copy geometry anew.
-bool sameStretching(Matrix3 const& a, Matrix3 const& b)
+/// Without the rounding that a turning hierarchy leaves, which is no reason to copy geometry anew. A function
+/// of the pose alone: what was posed before does not count.
+Matrix3 settled(Matrix3 stretching)
 {
+    constexpr double grid = 0x1p42;
     for (int i = 0; i < 9; ++i)
-        if (!(std::abs(a[i] - b[i]) <= 1e-13))
-            return false;
-    return true;
+        stretching[i] = std::round(stretching[i] * grid) / grid;
+    return stretching;
+}
+
+/// What the bones do to a vertex, as one map.
+BoneTransform blended(std::span<BoneInfluence const> influences, std::vector<BoneTransform> const& bones)
+{
+    BoneTransform sum{Matrix3() * 0.0, Vector3()};
+    for (BoneInfluence const& influence : influences) {
+        BoneTransform const& bone = bones[static_cast<std::size_t>(influence.bone)];
+        for (int i = 0; i < 9; ++i)
+            sum.rotation[i] += bone.rotation[i] * influence.weight;
+        sum.translation += bone.translation * influence.weight;
+    }
+    return sum;
 }
 
 Vector3 skinned(Vector3 const& rest, std::span<BoneInfluence const> influences,
@@ -100,7 +114,7 @@ ModelInstance::ModelInstance(std::shared_ptr<ModelResources const> resources, Sc
             if (isSkinned && skinnedDrawn[s])
                 continue; // bones place it wherever it hangs: a second one would lie in the first
             skinnedDrawn[s] = isSkinned;
-            addSurface(surface, isSkinned ? none : static_cast<Index>(i));
+            addSurface(surface, static_cast<Index>(i));
         }
         for (Index const curve : model.nodes[i].curves)
             addCurve(curve, static_cast<Index>(i));
@@ -110,12 +124,12 @@ ModelInstance::ModelInstance(std::shared_ptr<ModelResources const> resources, Sc
 
 void ModelInstance::pose(Index animation, double seconds)
 {
-    std::vector<Matrix> const globals = poseNodes(resources_->model(), animation, seconds);
-    poseSkins(globals);
+    nodeMaps_ = poseNodes(resources_->model(), animation, seconds);
+    poseSkins(nodeMaps_);
 
-    std::vector<SimilaritySplit> splits(globals.size());
-    for (std::size_t i = 0; i < globals.size(); ++i) {
-        splits[i] = splitSimilarity(globals[i]);
+    std::vector<SimilaritySplit> splits(nodeMaps_.size());
+    for (std::size_t i = 0; i < nodeMaps_.size(); ++i) {
+        splits[i] = splitSimilarity(nodeMaps_[i]);
         if (!transforms_[i])
             continue;
         Index const parent = resources_->model().nodes[i].parent;
@@ -128,9 +142,10 @@ void ModelInstance::pose(Index animation, double seconds)
         if (item.node == none)
             continue;
         auto const node = static_cast<std::size_t>(item.node);
-        item.map = splits[node].outer.getMatrix() * Matrix(splits[node].inner, Vector3());
+        item.outer = splits[node].outer;
+        item.map = item.outer.getMatrix() * Matrix(splits[node].inner, Vector3());
         if (item.place)
-            item.place->transform = splits[node].outer;
+            item.place->transform = item.outer;
         bake(item, splits[node].inner);
     }
 }
@@ -187,8 +202,74 @@ std::vector<Vector3> ModelInstance::posedVertices() const
 {
     std::vector<Vector3> all;
     for (Item const& item : items_)
-        forEachVertex(item, [&all](Vector3 const& vertex) { all.push_back(vertex); });
+        if (item.drawn->getParent())
+            forEachVertex(item, [&all](Vector3 const& vertex) { all.push_back(vertex); });
     return all;
+}
+
+std::vector<Vector3> ModelInstance::posedNodes() const
+{
+    Matrix const top = top_->transform.getMatrix();
+    std::vector<Vector3> places;
+    for (Matrix const& map : nodeMaps_)
+        places.push_back(transformPoint(top, translationOf(map)));
+    return places;
+}
+
+std::vector<PosedNormal> ModelInstance::posedNormals(std::size_t step) const
+{
+    std::vector<PosedNormal> all;
+    for (Item const& item : items_)
+        if (item.restNormals && item.drawn->getParent())
+            addPosedNormals(item, step, all);
+    return all;
+}
+
+void ModelInstance::addPosedNormals(Item const& item, std::size_t step, std::vector<PosedNormal>& all) const
+{
+    Matrix const top = top_->transform.getMatrix();
+    std::vector<Vector3> const& vertices = item.rest->get()->vertices;
+    std::vector<UVector3> const& normals = item.restNormals->get()->normals;
+    auto const* const surface = static_cast<SGSurfaceGeometryReferenceNode const*>(item.drawn.get());
+    for (std::size_t i = 0; i < vertices.size(); i += step) {
+        BoneTransform const map = item.skin == none
+                                      ? BoneTransform{Matrix3(item.map), translationOf(item.map)}
+                                      : blended(surface->getBoneWeights()->get()->influences(i),
+                                                surface->getBoneTransforms()->get().transforms);
+        // A bone that mirrors turns normals inwards, as the renderer does; a mirroring node does not.
+        bool const inverts = item.skin == none && item.outer.getScale() < 0.0;
+        Vector3 const direction = cofactors(map.rotation) * normals[i] * (inverts ? -1.0 : 1.0);
+        all.push_back({transformPoint(top, map.transform(vertices[i])),
+                       UVector3(top_->transform.getRotation() * direction * top_->transform.getScale())});
+    }
+}
+
+void ModelInstance::setShown(std::size_t part, bool shown)
+{
+    Item const& item = items_[part];
+    if (!shown)
+        item.drawn->deparent();
+    else if (!item.drawn->getParent())
+        item.drawn->reparent(slotOf(item), false);
+}
+
+bool ModelInstance::isShown(std::size_t part) const
+{
+    return items_[part].drawn->getParent() != nullptr;
+}
+
+void ModelInstance::setBlending(std::size_t part, bool blending)
+{
+    Item& item = items_[part];
+    item.drawn->blending = blending;
+    if (blending == (item.place != nullptr))
+        return;
+    bool const shown = isShown(part);
+    item.drawn->deparent();
+    if (item.place)
+        item.place->deparent();
+    makeSlot(item, blending);
+    setShown(part, shown);
 }
 
 template <typename Function>
@@ -216,7 +297,7 @@ Bounds ModelInstance::boundsOf(Item const& item) const
     return bounds;
 }
 
-void ModelInstance::addSurface(Index surface, Index node)
+void ModelInstance::addSurface(Index surface, Index owner)
 {
     Model const& model = resources_->model();
     ModelSurface const& source = model.surfaces[static_cast<std::size_t>(surface)];
@@ -225,16 +306,20 @@ void ModelInstance::addSurface(Index surface, Index node)
 
     Item item;
     item.name = source.name;
-    item.node = node;
+    item.owner = owner;
+    item.material = source.material;
+    item.node = source.skin == none ? owner : none;
     item.skin = source.skin;
     item.split = splitOf(surface);
     item.rest = shared.geometry;
     item.restNormals = shared.normals;
-    auto drawn = make_smart<SGSurfaceGeometryReferenceNode>(placeFor(node, material.blending, item.place));
+    makeSlot(item, material.blending);
+    auto drawn = make_smart<SGSurfaceGeometryReferenceNode>(slotOf(item));
     drawn->material = makeMaterial(material);
     drawn->blending = material.blending;
     drawn->unlit = material.unlit || options_.unlit;
     drawn->wireframe = options_.wireframe;
+    drawn->lineWidth = options_.lineWidth;
     if (drawn->unlit)
         makeUnlit(drawn->material);
     drawn->textureLayers = makeLayers(*resources_, material, shared, options_);
@@ -259,7 +344,7 @@ Index ModelInstance::splitOf(Index surface) const
     return found == splits.end() ? none : static_cast<Index>(found - splits.begin());
 }
 
-void ModelInstance::addCurve(Index curve, Index node)
+void ModelInstance::addCurve(Index curve, Index owner)
 {
     Model const& model = resources_->model();
     ModelCurve const& source = model.curves[static_cast<std::size_t>(curve)];
@@ -267,23 +352,38 @@ void ModelInstance::addCurve(Index curve, Index node)
 
     Item item;
     item.name = source.name;
-    item.node = node;
+    item.owner = owner;
+    item.material = source.material;
+    item.node = owner;
     item.rest = resources_->curve(curve);
-    auto drawn = make_smart<SGCurveGeometryReferenceNode>(placeFor(node, material.blending, item.place));
+    makeSlot(item, material.blending);
+    auto drawn = make_smart<SGCurveGeometryReferenceNode>(slotOf(item));
     drawn->material = makeMaterial(material);
     makeUnlit(drawn->material);
     drawn->blending = material.blending;
+    drawn->lineWidth = options_.lineWidth;
     drawn->setGeometry(item.rest);
     item.drawn = drawn;
     items_.push_back(std::move(item));
 }
 
-smart_ptr<SGNode> ModelInstance::placeFor(Index node, bool blending, smart_ptr<SGTransformNode>& place)
+/// What an item is drawn below while it is shown.
+smart_ptr<SGNode> ModelInstance::slotOf(Item const& item)
 {
-    if (!blending)
-        return node == none ? opaqueGroup_ : transformNode(node);
-    place = make_smart<SGTransformNode>(blendedGroup_);
-    return place;
+    return item.place ? smart_ptr<SGNode>(item.place) : item.home;
+}
+
+void ModelInstance::makeSlot(Item& item, bool blending)
+{
+    if (blending) {
+        item.place = make_smart<SGTransformNode>(blendedGroup_);
+        item.place->transform = item.outer;
+        return;
+    }
+    item.place.reset();
+    if (!item.home)
+        item.home =
+            make_smart<SGOrderedGroupNode>(item.node == none ? opaqueGroup_ : transformNode(item.node));
 }
 
 smart_ptr<SGNode> ModelInstance::transformNode(Index node)
@@ -299,14 +399,26 @@ smart_ptr<SGNode> ModelInstance::transformNode(Index node)
         parent = transforms_[static_cast<std::size_t>(node)];
     for (auto i = missing.rbegin(); i != missing.rend(); ++i) {
         transforms_[*i] = make_smart<SGTransformNode>(parent);
+        if (!nodeMaps_.empty())
+            transforms_[*i]->transform = localTransform(*i);
         parent = transforms_[*i];
     }
     return parent;
 }
 
-void ModelInstance::bake(Item& item, Matrix3 const& stretching) const
+Transform ModelInstance::localTransform(std::size_t node) const
 {
-    if (sameStretching(stretching, item.baked))
+    Transform const own = splitSimilarity(nodeMaps_[node]).outer;
+    Index const parent = resources_->model().nodes[node].parent;
+    if (parent == none)
+        return own;
+    return relativeTransform(splitSimilarity(nodeMaps_[static_cast<std::size_t>(parent)]).outer, own);
+}
+
+void ModelInstance::bake(Item& item, Matrix3 const& inner) const
+{
+    Matrix3 const stretching = settled(inner);
+    if (stretching == item.baked)
         return;
     item.baked = stretching;
     SurfaceGeometryData const* const normals = item.restNormals ? item.restNormals->get().get() : nullptr;

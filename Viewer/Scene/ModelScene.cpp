@@ -1,7 +1,5 @@
 #include "Viewer/Scene/ModelScene.h"
 
-#include "SceneGraph/SGLightsNode.h"
-
 #include <utility>
 
 namespace sgview {
@@ -15,10 +13,15 @@ smart_ptr<SGRootNode> makeRoot(SceneOptions const& options)
     return root;
 }
 
-smart_ptr<SGCameraNode> makeCamera(smart_ptr<SGRootNode> const& root)
+smart_ptr<SGLightsNode> makeLights(smart_ptr<SGRootNode> const& root)
 {
     auto lights = make_smart<SGLightsNode>(root);
     lights->lights.push_back(headLight());
+    return lights;
+}
+
+smart_ptr<SGCameraNode> makeCamera(smart_ptr<SGLightsNode> const& lights)
+{
     auto camera = make_smart<SGCameraNode>(lights);
     camera->camera = make_smart<CameraBase>();
     return camera;
@@ -38,7 +41,8 @@ SGLightData headLight()
 
 ModelScene::ModelScene(Model model, SceneOptions const& options)
     : root_(makeRoot(options)),
-      camera_(makeCamera(root_)),
+      lights_(makeLights(root_)),
+      camera_(makeCamera(lights_)),
       instance_(std::make_shared<ModelResources>(std::move(model)), options, camera_)
 {
 }
@@ -53,8 +57,13 @@ Bounds ModelScene::bounds() const
 
 void ModelScene::setView(CameraView const& view, int width, int height)
 {
-    camera_->camera = fitCamera(instance_.posedVertices(), view, width, height);
-    instance_.sortBlended(viewDirection(view));
+    setCamera(fitCamera(instance_.posedVertices(), view, width, height), viewDirection(view));
+}
+
+void ModelScene::setCamera(smart_ptr<CameraBase> camera, Vector3 const& direction)
+{
+    camera_->camera = std::move(camera);
+    instance_.sortBlended(direction);
 }
 
 } // namespace sgview

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "SceneGraph/SGCameraNode.h"
-#include "SceneGraph/SGLightData.h"
+#include "SceneGraph/SGLightsNode.h"
 #include "SceneGraph/SGRootNode.h"
 #include "Viewer/Scene/Bounds.h"
 #include "Viewer/Scene/CameraView.h"
@@ -32,8 +32,28 @@ public:
     /// Looks at the model as posed, all of it in view.
     void setView(CameraView const& view, int width, int height);
 
+    /// Looks through a camera of the caller's.
+    /// \param direction  the way it looks, in world space
+    void setCamera(smart_ptr<CameraBase> camera, Vector3 const& direction);
+
+    /// Nodes, materials, skins and animations as imported.
+    [[nodiscard]] Model const& model() const { return instance_.model(); }
+
+    /// Every vertex of every surface and curve that is shown, as posed, in world space.
+    [[nodiscard]] std::vector<Vector3> posedVertices() const { return instance_.posedVertices(); }
+
+    /// What stands below it is seen through the scene's camera and, but for curves and quads, lit.
+    [[nodiscard]] smart_ptr<SGCameraNode> const& cameraNode() const { return camera_; }
+
+    /// The model as it stands in world space.
+    [[nodiscard]] ModelInstance& instance() { return instance_; }
+
+    /// The lights that shine on the model.
+    [[nodiscard]] std::vector<SGLightData>& lights() { return lights_->lights; }
+
 private:
     smart_ptr<SGRootNode> root_;
+    smart_ptr<SGLightsNode> lights_;
     smart_ptr<SGCameraNode> camera_;
     ModelInstance instance_;
 };

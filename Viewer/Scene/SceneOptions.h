@@ -10,6 +10,7 @@ namespace sgview {
 /// How a person wants a model drawn, against how its file has it.
 struct SceneOptions {
     bool wireframe = false;
+    double lineWidth = 1.0; ///< of curves and wireframes, pixels
     bool unlit = false;
     bool mirror = false; ///< below a transform of scale -1
 

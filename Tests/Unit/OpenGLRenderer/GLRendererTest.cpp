@@ -2,6 +2,9 @@
 
 #include "OpenGLRenderer/GLString.h"
 
+#include <chrono>
+#include <thread>
+
 using namespace RendererTesting;
 using testing::ElementsAre;
 
@@ -291,4 +294,53 @@ TEST(GLRendererErrors, AreTakenButNotWrittenWhereTheChannelIsOff)
     GLRenderer::logError("here");
     EXPECT_EQ(log.text(), "");
     EXPECT_EQ(gl.takeError(), GLenum(GL_NO_ERROR));
+}
+
+TEST(GLRendererPassTimes, AreToldPassByPass)
+{
+    RecordingGL gl;
+    LogCapture const quiet;
+    smart_ptr<GLRenderer> const renderer(new GLRenderer);
+    std::vector<std::string> passes;
+    renderer->passTimeSink = [&](std::string_view pass, std::chrono::nanoseconds time) {
+        EXPECT_GE(time.count(), 0);
+        passes.emplace_back(pass);
+    };
+    renderer->render(make_smart<SGRootNode>());
+    EXPECT_THAT(passes, ElementsAre("ManualColorizer", "ManualTriangleFlipper", "ManualAnimator",
+                                    "ConverterToFloats", "GeneralSetupVisitor", "SharedTextureTraverser",
+                                    "CameraLightsTransformVisitor + AppearanceSetter + GeometryVisitor",
+                                    "ManualUnAnimator", "ManualTriangleUnFlipper", "ManualUnColorizer"));
+}
+
+TEST(GLRendererPassTimes, AreOfThePassAlone)
+{
+    RecordingGL gl;
+    LogCapture const quiet;
+    smart_ptr<GLRenderer> const renderer(new GLRenderer);
+    auto const slow = make_smart<Counter>();
+    slow->atLeave = [] { std::this_thread::sleep_for(std::chrono::milliseconds(20)); };
+    auto const fast = make_smart<Counter>();
+    renderer->strategy = {slow, fast};
+    std::vector<std::chrono::nanoseconds> times;
+    renderer->passTimeSink = [&](std::string_view pass, std::chrono::nanoseconds time) {
+        EXPECT_EQ(pass, "Counter");
+        times.push_back(time);
+    };
+    static_cast<void>(gl.takeCalls());
+    renderer->render(make_smart<SGRootNode>());
+    ASSERT_EQ(times.size(), 2U);
+    EXPECT_GE(times[0], std::chrono::milliseconds(20));
+    EXPECT_LT(times[1], times[0]);
+    EXPECT_THAT(gl.calls(), ElementsAre("glFinish()", "glFinish()", "glFinish()", "glFinish()"));
+    EXPECT_EQ(slow->entered + slow->left + fast->entered + fast->left, 4);
+}
+
+TEST(GLRendererPassTimes, CostNothingWhereNobodyAsks)
+{
+    RecordingGL gl;
+    LogCapture const quiet;
+    smart_ptr<GLRenderer> const renderer(new GLRenderer);
+    renderer->render(make_smart<SGRootNode>());
+    EXPECT_THAT(gl.calls(), testing::Not(testing::Contains("glFinish()")));
 }

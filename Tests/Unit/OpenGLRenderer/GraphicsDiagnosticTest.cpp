@@ -168,10 +168,3 @@ TEST_F(DiagnosticNeed, ReplacesTheWholeStrategyByWhatIsStored)
     renderer.render(make_smart<SGRootNode>());
     EXPECT_EQ(renderer.strategy, plain);
 }
-
-TEST_F(DiagnosticNeed, IsNotMetWithoutARun)
-{
-    GLRenderer::renderer->runDiagnostic();
-    EXPECT_TRUE(GLRenderer::renderer->strategy.empty());
-    EXPECT_THAT(prefs.store->notes, testing::IsEmpty());
-}

@@ -140,7 +140,7 @@ TEST(ModelScene, AMirroringNodeReachesTheRendererAsANegativeScale)
     Model model = triangleModel(1);
     model.nodes[0].scale = Vector3(-1, 1, 1);
     ModelScene const scene(model, {});
-    SGNode const* node = drawnIn(scene)->surfaces.at(0).node->getParent();
+    SGNode const* node = drawnIn(scene)->surfaces.at(0).node->getParent()->getParent();
     auto const* transform = dynamic_cast<SGTransformNode const*>(node);
     ASSERT_NE(transform, nullptr);
     EXPECT_LT(transform->transform.getScale(), 0.0);

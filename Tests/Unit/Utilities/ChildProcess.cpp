@@ -101,6 +101,20 @@ ChildProcess::Ending ChildProcess::killAtSystemCall(int n, std::function<void()>
     return Ending::killed;
 }
 
+bool ChildProcess::killAtEverySystemCall(std::function<void()> const& prepare,
+                                         std::function<void()> const& work,
+                                         std::function<void()> const& check)
+{
+    auto ending = Ending::killed;
+    for (int n = 0; ending == Ending::killed; ++n) {
+        prepare();
+        ending = killAtSystemCall(n, work);
+        if (ending != Ending::notTraceable)
+            check();
+    }
+    return ending == Ending::finished;
+}
+
 std::vector<long> ChildProcess::systemCallsOf(std::function<void()> const& work)
 {
     std::vector<long> calls;

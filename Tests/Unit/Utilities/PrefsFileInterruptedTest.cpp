@@ -23,27 +23,6 @@ constexpr char const* oldText =
 constexpr char const* newText =
     "# Preferences of OpenGLRenderer, written by the program.\na = new\nb = kept\n";
 
-#ifdef SYS_rename
-constexpr long renameNumber = SYS_rename;
-#else
-constexpr long renameNumber = SYS_renameat;
-#endif
-
-struct SystemCall {
-    char const* name;
-    long number;
-};
-
-SystemCall const systemCalls[] = {
-    {"flock", SYS_flock},   {"fstat", SYS_newfstatat}, {"fsync", SYS_fsync},
-    {"openat", SYS_openat}, {"write", SYS_write},      {"rename", renameNumber},
-};
-
-void PrintTo(SystemCall const& call, std::ostream* out)
-{
-    *out << call.name;
-}
-
 class PrefsFileInterruptedTest : public testing::Test {
 protected:
     PrefsFileInterruptedTest() { writeFile(folder / "preferences", oldText); }
@@ -73,7 +52,7 @@ protected:
 };
 
 class PrefsFileFailingCallTest : public PrefsFileInterruptedTest,
-                                 public testing::WithParamInterface<SystemCall> {
+                                 public testing::WithParamInterface<ChildProcess::SystemCall> {
 protected:
     static constexpr int cannotTry = 77;
 };
@@ -98,18 +77,18 @@ TEST_F(PrefsFileInterruptedTest, AWriterKilledAtAnySystemCallLeavesAWholeFile)
 {
     int kept = 0;
     int replaced = 0;
-    auto ending = ChildProcess::Ending::killed;
-    for (int n = 0; ending == ChildProcess::Ending::killed; ++n) {
-        SCOPED_TRACE(n);
-        writeFile(folder / "preferences", oldText);
-        ending = ChildProcess::killAtSystemCall(n, [&] { PrefsFile(folder.path()).setString("a", "new"); });
-        if (ending == ChildProcess::Ending::notTraceable)
-            GTEST_SKIP() << "this process may not trace its children";
-        std::string const left = text();
-        ASSERT_TRUE(left == oldText || left == newText) << left;
-        ++(left == oldText ? kept : replaced);
-        expectUsable();
-    }
+    bool const traced =
+        ChildProcess::killAtEverySystemCall([&] { writeFile(folder / "preferences", oldText); },
+                                            [&] { PrefsFile(folder.path()).setString("a", "new"); },
+                                            [&] {
+                                                SCOPED_TRACE(kept + replaced);
+                                                std::string const left = text();
+                                                EXPECT_TRUE(left == oldText || left == newText) << left;
+                                                ++(left == oldText ? kept : replaced);
+                                                expectUsable();
+                                            });
+    if (!traced)
+        GTEST_SKIP() << "this process may not trace its children";
     EXPECT_GT(kept, 10);
     EXPECT_GT(replaced, 2);
 }
@@ -120,10 +99,12 @@ TEST_F(PrefsFileInterruptedTest, ReachesTheDiskBeforeItTakesTheOldFilesPlace)
         ChildProcess::systemCallsOf([&] { PrefsFile(folder.path()).setString("a", "new"); });
     if (calls.empty())
         GTEST_SKIP() << "this process may not trace its children";
-    std::erase_if(calls,
-                  [](long call) { return call != SYS_fsync && call != renameNumber && call != SYS_flock; });
+    std::erase_if(calls, [](long call) {
+        return call != SYS_fsync && call != ChildProcess::renameNumber && call != SYS_flock;
+    });
     // The last fsync is the folder's, which holds the name.
-    EXPECT_EQ(calls, (std::vector<long>{SYS_flock, SYS_fsync, renameNumber, SYS_fsync, SYS_flock}));
+    EXPECT_EQ(calls,
+              (std::vector<long>{SYS_flock, SYS_fsync, ChildProcess::renameNumber, SYS_fsync, SYS_flock}));
 }
 
 TEST_P(PrefsFileFailingCallTest, AnySystemCallThatFailsIsReportedAndLeavesAWholeFile)
@@ -141,5 +122,5 @@ TEST_P(PrefsFileFailingCallTest, AnySystemCallThatFailsIsReportedAndLeavesAWhole
     expectUsable();
 }
 
-INSTANTIATE_TEST_SUITE_P(All, PrefsFileFailingCallTest, testing::ValuesIn(systemCalls),
+INSTANTIATE_TEST_SUITE_P(All, PrefsFileFailingCallTest, testing::ValuesIn(ChildProcess::callsOfSaving),
                          [](auto const& test) { return test.param.name; });

@@ -1,0 +1,114 @@
+#include "Tests/Command/Sgview.h"
+
+#include "Tests/Frame/PngReader.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <thread>
+
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+class RenderPipe : public SgviewTest {
+protected:
+    [[nodiscard]] std::vector<std::string> drawing(std::vector<std::string> const& options) const
+    {
+        std::vector<std::string> arguments{"render", creature(), "--size", "64x48", "--output", "-"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return arguments;
+    }
+};
+
+TEST_F(RenderPipe, PictureOnStandardOutput)
+{
+    writeFile("piped.png", runWell(drawing({})));
+    static_cast<void>(render("a.png", {creature(), "--size", "64x48"}));
+    EXPECT_EQ(contentOf("piped.png"), contentOf("a.png"));
+}
+
+TEST_F(RenderPipe, FramesOnStandardOutput)
+{
+    std::string frames;
+    for (char const* frame : {"0", "1", "2"})
+        frames += render("a.png", {creature(), "--size", "64x48", "--turntable", "3", "--frames", frame});
+    EXPECT_EQ(runWell(drawing({"--turntable", "3"})), frames) << "PNG after PNG";
+    EXPECT_EQ(runWell(drawing({"--turntable", "3", "--format", "rgba"})).size(), 3U * 64 * 48 * 4);
+    EXPECT_THAT(runWell(drawing({"--turntable", "3", "--format", "y4m"})), testing::StartsWith("YUV4MPEG2 "));
+    EXPECT_THAT(runWell(drawing({"--turntable", "3", "--format", "webp"})), testing::StartsWith("RIFF"));
+}
+
+TEST_F(RenderPipe, MessagesStayOutOfThePicture)
+{
+    Outcome const outcome = run({"render", testModel("lines.gltf"), "--animation", "0", "--output", "-"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.errors, testing::StartsWith("sgview: warning: no animation in "));
+    EXPECT_EQ(outcome.output, render("a.png", {testModel("lines.gltf")}));
+}
+
+TEST_F(RenderPipe, ReaderThatGoesAway)
+{
+    std::string const pipe = (folder / "pipe").string();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    for (bool const named : {false, true}) {
+        std::thread reader([&pipe] {
+            int const end = ::open(pipe.c_str(), O_RDONLY);
+            char byte = 0;
+            static_cast<void>(!::read(end, &byte, 1));
+            ::close(end);
+        });
+        std::vector<std::string> arguments = drawing({"--turntable", "99999", "--format", "rgba"});
+        Circumstances circumstances;
+        if (named)
+            arguments[5] = "pipe";
+        else
+            circumstances.output = pipe;
+        expectFailure(arguments, 1, std::string(named ? "pipe" : "standard output") + ": Broken pipe",
+                      circumstances);
+        reader.join();
+    }
+}
+
+TEST_F(RenderPipe, FullDevice)
+{
+    Circumstances full;
+    full.output = "/dev/full";
+    for (char const* format : {"png", "rgba", "y4m", "webp"})
+        expectFailure(drawing({"--turntable", "3", "--format", format}), 1,
+                      "standard output: No space left on device", full);
+}
+
+TEST_F(RenderPipe, FilmsThatCannotBeWritten)
+{
+    expectFailure({"render", creature(), "--turntable", "3", "--output", "no/a.webp"}, 1,
+                  "no/a.webp: No such file or directory");
+    Circumstances cramped;
+    cramped.largestFile = 30000;
+    for (char const* name : {"a.rgba", "a.y4m"})
+        expectFailure({"render", creature(), "--turntable", "99999", "--size", "64x48", "--output", name}, 1,
+                      std::string(name) + ": File too large", cramped);
+}
+
+TEST_F(RenderPipe, TerminalsGetNoPictures)
+{
+    int reader = -1;
+    int terminal = -1;
+    std::array<char, 256> name{};
+    if (::openpty(&reader, &terminal, name.data(), nullptr, nullptr) != 0)
+        GTEST_SKIP() << "the system gives no pseudo-terminal";
+    Circumstances atTerminal;
+    atTerminal.output = name.data();
+    expectFailure(
+        drawing({}), 2,
+        "--output: standard output is a terminal, which shows no pictures; lead it into a file or a "
+        "pipe",
+        atTerminal);
+    ::close(terminal);
+    ::close(reader);
+}
+
+} // namespace

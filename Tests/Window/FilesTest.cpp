@@ -1,0 +1,144 @@
+#include "Tests/Window/WindowTesting.h"
+
+#include <X11/keysym.h>
+
+#include <fstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Files : public WindowTest {
+protected:
+    static constexpr Region notices{12, windowSize.height - 160, 600, 90};
+
+    Files()
+    {
+        fs::create_directory(folder / "models");
+        fs::copy_file(CREATURE, folder / "models/a2.glb");
+        fs::copy_file(TEST_MODELS "/skin8bit.gltf", folder / "models/a10.gltf");
+        fs::copy_file(TEST_MODELS "/mirrored.gltf", folder / "models/b.gltf");
+        std::ofstream(folder / "models/notes.txt") << "no model";
+    }
+
+    [[nodiscard]] fs::path model(std::string const& name) const { return folder / "models" / name; }
+
+    /// Puts a file's content in another's place, all at once.
+    void replace(fs::path const& file, fs::path const& by) const
+    {
+        fs::path const beside = file.string() + ".new";
+        fs::copy_file(by, beside, fs::copy_options::overwrite_existing);
+        fs::last_write_time(beside, fs::file_time_type::clock::now());
+        fs::rename(beside, file);
+    }
+};
+
+TEST_F(Files, NextAndPreviousOfTheFolder)
+{
+    ASSERT_NO_FATAL_FAILURE(openModel(model("a2.glb")));
+    for (char const* next : {"a10.gltf", "b.gltf", "a2.glb"}) {
+        user->type(XK_Page_Down);
+        ASSERT_NO_FATAL_FAILURE(awaitFile(next));
+    }
+    user->type(XK_Page_Up);
+    ASSERT_NO_FATAL_FAILURE(awaitFile("b.gltf"));
+    quitWell();
+}
+
+TEST_F(Files, SeveralOnTheCommandLine)
+{
+    ASSERT_NO_FATAL_FAILURE(openModel(model("b.gltf"), {model("a2.glb")}));
+    user->type(XK_Page_Down);
+    ASSERT_NO_FATAL_FAILURE(awaitFile("a2.glb"));
+    user->type(XK_Page_Down);
+    ASSERT_NO_FATAL_FAILURE(awaitFile("b.gltf"));
+}
+
+TEST_F(Files, AreDropped)
+{
+    ASSERT_NO_FATAL_FAILURE(open({}));
+    ASSERT_TRUE(user->drop({model("a10.gltf")}));
+    ASSERT_NO_FATAL_FAILURE(awaitFile("a10.gltf"));
+    ASSERT_TRUE(user->drop({model("b.gltf"), model("a2.glb")}));
+    ASSERT_NO_FATAL_FAILURE(awaitFile("b.gltf"));
+    user->type(XK_Page_Down);
+    ASSERT_NO_FATAL_FAILURE(awaitFile("a2.glb"));
+    user->type(XK_Page_Down); // the dropped ones alone
+    ASSERT_NO_FATAL_FAILURE(awaitFile("b.gltf"));
+    quitWell();
+}
+
+TEST_F(Files, AreReadAgainWhenTheyChange)
+{
+    ASSERT_NO_FATAL_FAILURE(openModel(model("a2.glb")));
+    sgview::Picture const first = still(scene);
+    replace(model("a2.glb"), TEST_MODELS "/skin8bit.gltf");
+    sgview::Picture const second = changed(scene, first);
+    EXPECT_GT(difference(second, first), 0.05);
+    replace(model("a2.glb"), CREATURE);
+    EXPECT_TRUE(returnsTo(scene, first));
+    quitWell();
+}
+
+TEST_F(Files, ABrokenOneLeavesTheLastGoodPicture)
+{
+    ASSERT_NO_FATAL_FAILURE(openModel(model("a2.glb")));
+    user->drag(1, 300, 300, 350, 300); // a view of one's own
+    static_cast<void>(still(notices));
+    sgview::Picture const good = still(scene);
+    sgview::Picture const silence = still(notices);
+    std::ofstream(model("a2.glb"), std::ios::trunc) << "glTF, but broken off";
+    sgview::Picture const complaint = changed(notices, silence);
+    EXPECT_GT(difference(complaint, silence), 0.05);
+    EXPECT_TRUE(returnsTo(scene, good));
+    user->drag(1, 350, 300, 300, 300); // it can still be looked at
+    static_cast<void>(changed(scene, good));
+    user->drag(1, 300, 300, 350, 300);
+    EXPECT_TRUE(returnsTo(scene, good));
+
+    replace(model("a2.glb"), TEST_MODELS "/skin8bit.gltf"); // and mended
+    EXPECT_GT(difference(changed(scene, good), good), 0.05);
+    quitWell();
+}
+
+TEST_F(Files, ThatCannotBeReadAreSkippedOver)
+{
+    std::ofstream(folder / "models/a3.obj") << "not a model at all";
+    ASSERT_NO_FATAL_FAILURE(openModel(model("a2.glb")));
+    sgview::Picture const silence = still(notices);
+    user->type(XK_Page_Down);
+    static_cast<void>(changed(notices, silence));
+    EXPECT_EQ(user->title(), "a2.glb - sgview");
+    user->type(XK_Page_Down);
+    ASSERT_NO_FATAL_FAILURE(awaitFile("a10.gltf"));
+    quitWell();
+}
+
+TEST_F(Files, LoadingIsCancelled)
+{
+    {
+        std::ofstream big(model("a1.obj")); // takes seconds
+        for (int i = 0; i < 1'200'000; ++i)
+            big << "v " << i % 1000 << ' ' << i / 1000 << " 0\n";
+        for (int i = 1; i + 2 < 1'200'000; ++i)
+            big << "f " << i << ' ' << i + 1 << ' ' << i + 2 << '\n';
+    }
+    ASSERT_NO_FATAL_FAILURE(openModel(model("a2.glb")));
+    sgview::Picture const good = still(scene);
+    user->type(XK_Page_Up);
+    sgview::Picture const progress = [&] {
+        EXPECT_TRUE(eventually([&] { return look(scene).pixels != good.pixels; }));
+        return look(scene);
+    }();
+    EXPECT_TRUE(eventually([&] { return look(scene).pixels != progress.pixels; })); // the bar moves
+    auto const start = std::chrono::steady_clock::now();
+    user->type(XK_Escape);
+    EXPECT_TRUE(returnsTo(scene, good));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+    EXPECT_EQ(user->title(), "a2.glb - sgview");
+    user->type(XK_Page_Up); // and one can leave in the middle
+    EXPECT_TRUE(eventually([&] { return look(scene).pixels != good.pixels; }));
+    quitWell();
+}
+
+} // namespace

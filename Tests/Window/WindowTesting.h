@@ -1,0 +1,81 @@
+#pragma once
+
+#include "Tests/Window/FakeUser.h"
+#include "Tests/Window/Process.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// A part of a window, pixels from its upper left corner.
+struct Region {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+};
+
+/// A test with a display of its own that nobody sees, a home folder of its own, and sgview's window on it.
+class WindowTest : public testing::Test {
+protected:
+    static constexpr sgview::PictureSize windowSize{1000, 640};
+    static constexpr int panelWidth = 340;
+
+    /// Where the model is drawn and nothing lies over it.
+    static constexpr Region scene{10, 60, windowSize.width - panelWidth - 20, 400};
+    static constexpr Region panel{windowSize.width - panelWidth + 5, 0, panelWidth - 10, windowSize.height};
+    static constexpr Region statusLine{12, 12, 400, 30};
+
+    WindowTest();
+    ~WindowTest() override;
+
+    void SetUp() override;
+
+    /// Starts sgview and waits for its window, of `windowSize` unless the arguments say otherwise.
+    void open(std::vector<std::string> arguments);
+
+    /// Opens a model and waits until it stands there.
+    void openModel(std::string const& file, std::vector<std::string> arguments = {});
+
+    /// Waits until the window's title names a file and its picture keeps still.
+    void awaitFile(std::string const& name) const;
+
+    /// Presses Q and expects a good end without a word.
+    void quitWell();
+
+    /// Whether something comes true within a time that no sound program needs.
+    [[nodiscard]] static bool eventually(std::function<bool()> const& condition);
+
+    /// What a part of the window shows, once it has shown the same for a while.
+    [[nodiscard]] sgview::Picture still(Region const& region) const;
+    [[nodiscard]] sgview::Picture look(Region const& region) const;
+
+    /// Waits for a part to show something else, and then for it to keep still.
+    sgview::Picture changed(Region const& region, sgview::Picture const& from) const;
+
+    /// Waits until a part shows a picture again, but for single pixels.
+    [[nodiscard]] bool returnsTo(Region const& region, sgview::Picture const& picture) const;
+
+    /// What the program has said on standard error.
+    [[nodiscard]] std::string errors() const;
+
+    [[nodiscard]] std::vector<std::filesystem::path> keptPictures() const;
+
+    std::filesystem::path folder;
+    std::filesystem::path home;
+    std::unique_ptr<Process> server;
+    std::unique_ptr<FakeUser> user;
+    std::unique_ptr<Process> program;
+    std::string display;
+};
+
+/// Part of the pixels that are not a colour, 0 to 1.
+[[nodiscard]] double shareOtherThan(sgview::Picture const& picture, int r, int g, int b);
+
+/// Part of the pixels that differ between two pictures of one size, by the measure of the diagnostic, 0 to 1.
+[[nodiscard]] double difference(sgview::Picture const& a, sgview::Picture const& b);

@@ -1,0 +1,28 @@
+#include "Viewer/CommandLine/CommandOptions.h"
+
+#include "Viewer/CommandLine/SharedOptions.h"
+
+namespace sgview {
+
+void addWindowOptions(CLI::App& app, WindowRequest& window)
+{
+    WindowOptions& options = window.options;
+    addFiles(app, options.files, "Models to look at in a window");
+    app.option_defaults()->group("Window");
+    addSize(app, options.size, "the window");
+    addOption(app, "--screenshot-name", options.screenshotName, parseScreenshotName,
+              "Name of the pictures that the window keeps, in your pictures folder: {model}, {date}, {time} "
+              "and {number} stand for what they say")
+        ->default_str(options.screenshotName)
+        ->type_name("TEMPLATE");
+    app.add_flag("--list-keys", window.listKeys, "Print what the window's keys do and exit")
+        ->configurable(false);
+    addAnimation(app, options.animation, "the first, standing");
+    addTechnique(app, options.technique);
+    addModule(app, options.module);
+    addViewOptions(app, options.view);
+    addSceneOptions(app, options.scene);
+    addImportOptions(app, options.import);
+}
+
+} // namespace sgview

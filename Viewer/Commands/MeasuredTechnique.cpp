@@ -1,0 +1,86 @@
+#include "Viewer/Commands/MeasuredTechnique.h"
+
+#include "Utilities/Log.h"
+#include "Utilities/Prefs.h"
+#include "Viewer/Diagnosis/DiagnosisFigures.h"
+
+namespace sgview {
+
+namespace {
+
+constexpr char const* measuring = "measuring the graphics card";
+
+void logLine(std::string_view line)
+{
+    for (char const* const name : {"opengl", "error"}) {
+        std::string const front = std::string(name) + ": ";
+        if (line.starts_with(front))
+            LogChannel(name).write(line.substr(front.size()));
+    }
+}
+
+ChosenTechnique afterDeath(std::string const& end, Messages const& messages)
+{
+    messages.warn("drawn by the plain technique: the last run of the graphics diagnostic " + end +
+                  "; sgview diagnose --why tells more, --force measures again");
+    return {Technique::plain, "right on every card; the graphics diagnostic " + end};
+}
+
+ChosenTechnique asFound(Technique technique)
+{
+    return {technique, bestReason};
+}
+
+ChosenTechnique afterRun(SupervisedDiagnosis const& run, Messages const& messages)
+{
+    if (!run.endedWell())
+        return afterDeath(run.endInWords(), messages);
+    return asFound(bestTechnique(*run.diagnosis.verdict));
+}
+
+} // namespace
+
+std::unique_ptr<FileLock> lockOut(std::optional<DiagnosticJournal>& journal, Progress& progress)
+{
+    progress.say(waitingForOthers);
+    std::unique_ptr<FileLock> lock = lockOut(journal);
+    progress.say(measuring);
+    RogueSingleton<Prefs, PrefsFactory>::reset();
+    return lock;
+}
+
+SupervisedDiagnosis runDiagnostic(DiagnosticOptions const& options, Progress& progress)
+{
+    DiagnosticListener listener;
+    listener.step = [&progress](std::string const& step) { progress.say("measuring the card: " + step); };
+    listener.logLine = logLine;
+    return superviseDiagnostic(options, cardInUse(), listener);
+}
+
+ChosenTechnique measuredTechnique(SGRenderer const& renderer,
+                                  std::optional<std::filesystem::path> const& module, Progress& progress,
+                                  Messages const& messages)
+{
+    std::optional<DiagnosticJournal> journal = DiagnosticJournal::usual();
+    std::string const card = cardInUse();
+    if (auto const death = deadRunOn(card, journal))
+        return afterDeath(inWords(*death), messages);
+    if (!renderer.isDiagnosticNeeded())
+        return asFound(storedTechnique(renderer));
+    try {
+        auto const lock = lockOut(journal, progress);
+        if (auto const death = deadRunOn(card, journal, lock.get()))
+            return afterDeath(inWords(*death), messages);
+        if (!renderer.isDiagnosticNeeded())
+            return asFound(storedTechnique(renderer));
+        DiagnosticOptions options;
+        options.module = module;
+        options.journal = journal;
+        return afterRun(runDiagnostic(options, progress), messages);
+    } catch (DiagnosticBusy const& busy) {
+        messages.warn(std::string("drawn by the plain technique: ") + busy.what());
+        return {Technique::plain, std::string("right on every card; ") + busy.what()};
+    }
+}
+
+} // namespace sgview

@@ -1,0 +1,63 @@
+#include "Viewer/Commands/RenderOutcome.h"
+
+#include "Viewer/CommandLine/UsageError.h"
+#include "Viewer/Import/ImportError.h"
+#include "Viewer/Platform/OutputFile.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+#include <new>
+#include <ostream>
+
+namespace sgview {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// "drawing" for what is none of the others.
+std::string kindOf(std::exception_ptr const& error)
+{
+    try {
+        std::rethrow_exception(error);
+    } catch (ImportError const& import) {
+        return std::string(nameOf(import.failure()));
+    } catch (OutputError const&) {
+        return "output";
+    } catch (UsageError const&) {
+        return "usage";
+    } catch (...) {
+        return "drawing";
+    }
+}
+
+} // namespace
+
+std::string messageOf(std::exception_ptr const& error)
+{
+    try {
+        std::rethrow_exception(error);
+    } catch (std::bad_alloc const&) {
+        return "out of memory";
+    } catch (std::exception const& exception) {
+        return oneLine(exception.what());
+    }
+}
+
+void writeJsonLine(std::ostream& stream, RenderOutcome const& outcome)
+{
+    Json json;
+    json["file"] = outcome.model.string();
+    json["outcome"] = outcome.error ? "failed" : "done";
+    json["seconds"] = std::round(1000.0 * outcome.seconds) / 1000.0;
+    json["pictures"] = Json::array();
+    for (std::filesystem::path const& picture : outcome.pictures)
+        json["pictures"].push_back(picture.string());
+    if (outcome.error)
+        json["error"] = {{"kind", kindOf(outcome.error)}, {"message", messageOf(outcome.error)}};
+    // Names may be no UTF-8.
+    stream << json.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+}
+
+} // namespace sgview

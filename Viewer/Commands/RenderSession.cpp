@@ -1,0 +1,121 @@
+#include "Viewer/Commands/RenderSession.h"
+
+#include "Viewer/CommandLine/RenderRules.h"
+#include "Viewer/Commands/MeasuredTechnique.h"
+#include "Viewer/Commands/ModelLoader.h"
+#include "Viewer/Commands/RenderNotes.h"
+#include "Viewer/Output/FilmCamera.h"
+#include "Viewer/Scene/Animation.h"
+
+#include <memory>
+#include <utility>
+
+namespace sgview {
+
+namespace {
+
+ModelAnimation const* find(Model const& model, Index animation)
+{
+    return animation == none ? nullptr : &model.animations[static_cast<std::size_t>(animation)];
+}
+
+double lengthOf(Model const& model, Index animation)
+{
+    ModelAnimation const* const clip = find(model, animation);
+    return clip ? clip->length : 0.0;
+}
+
+/// By its name, unless that leads to another.
+std::optional<std::string> wordFor(Model const& model, Index animation)
+{
+    ModelAnimation const* const clip = find(model, animation);
+    if (!clip)
+        return std::nullopt;
+    return findAnimation(model, clip->name) == animation ? clip->name : std::to_string(animation);
+}
+
+SceneOptions sceneFor(RenderRequest const& request)
+{
+    SceneOptions scene = request.scene;
+    scene.lineWidth *= request.supersample;
+    return scene;
+}
+
+} // namespace
+
+RenderSession::RenderSession(RenderRequest const& request, Messages const& messages)
+    : request_(request),
+      messages_(messages),
+      kind_{pictureSizeOf(request), request.supersample, request.isTransparent()}
+{
+}
+
+void RenderSession::start()
+{
+    if (drawer_)
+        return;
+    drawer_.emplace(kind_, request_.picture.module);
+    OffscreenRenderer& renderer = drawer_->renderer();
+    technique_ = request_.picture.technique ? *request_.picture.technique : measure(renderer.engine());
+    renderer.use(technique_);
+}
+
+Technique RenderSession::measure(SGRenderer const& renderer) const
+{
+    Progress progress = messages_.begin("measuring the graphics card");
+    return measuredTechnique(renderer, request_.picture.module, progress, messages_).technique;
+}
+
+void RenderSession::draw(PictureSubject const& subject, std::vector<std::filesystem::path>& written)
+{
+    ModelRequest request = request_.model;
+    request.file = subject.model;
+    Model model = loadModel(request, messages_);
+    for (std::string const& warning : model.warnings)
+        messages_.warn(warning);
+    Index const animation = findAnimation(model, request, messages_);
+    start();
+
+    FrameOutput const output{*request_.output,  request_.formatInUse(),
+                             kind_.transparent, request_.quality.value_or(WebpEncoder::usualQuality),
+                             kind_.size,        request_.film.rate.value_or(FilmOptions::usualRate)};
+    std::unique_ptr<FrameWriter> const writer = makeFrameWriter(output, subject, written);
+    ModelScene scene(std::move(model), sceneFor(request_));
+    if (request_.film.isFilm())
+        drawFilm(scene, animation, subject, *writer);
+    else
+        drawStill(scene, animation, subject, *writer);
+    writer->finish();
+}
+
+void RenderSession::drawStill(ModelScene& scene, Index animation, PictureSubject subject, FrameWriter& writer)
+{
+    auto const progress = messages_.begin("drawing " + subject.model.filename().string());
+    scene.pose(animation, request_.model.seconds);
+    scene.setView(request_.view, kind_.size.width, kind_.size.height);
+    Picture const picture = drawer_->draw(scene);
+    RenderNotes const notes(request_, subject.model, wordFor(scene.model(), animation),
+                            lengthOf(scene.model(), animation), technique_, OffscreenRenderer::driver());
+    writer.add(subject, picture, notes.of(0, 0.0));
+}
+
+void RenderSession::drawFilm(ModelScene& scene, Index animation, PictureSubject subject, FrameWriter& writer)
+{
+    double const length = lengthOf(scene.model(), animation);
+    FrameSchedule const schedule(request_.film, request_.model.seconds, length);
+    FrameRange const range = schedule.range();
+    FilmCamera const camera(scene, animation, request_.view, request_.film.turntable.has_value(),
+                            kind_.size.width, kind_.size.height);
+    RenderNotes const notes(request_, subject.model, wordFor(scene.model(), animation), length, technique_,
+                            OffscreenRenderer::driver());
+    FrameProgress progress = messages_.beginFrames(subject.model.filename().string(), range.count());
+    for (subject.frame = range.first; subject.frame <= range.last; ++subject.frame) {
+        FrameSchedule::Moment const moment = schedule.at(subject.frame);
+        scene.pose(animation, moment.seconds);
+        camera.aim(scene, moment.turn);
+        writer.add(subject, drawer_->draw(scene), notes.of(subject.frame, moment.turn));
+        progress.advance();
+    }
+}
+
+} // namespace sgview

@@ -1,0 +1,110 @@
+#include "Viewer/Window/Document.h"
+
+#include <exception>
+#include <new>
+#include <utility>
+
+namespace sgview {
+
+ModelCounts countsOf(Model const& model)
+{
+    ModelCounts counts;
+    counts.nodes = model.nodes.size();
+    counts.surfaces = model.surfaces.size();
+    counts.curves = model.curves.size();
+    counts.pictures = model.images.size();
+    for (ModelSurface const& surface : model.surfaces) {
+        counts.vertices += surface.positions.size();
+        counts.triangles += surface.facets.size() / 3;
+    }
+    for (ModelCurve const& curve : model.curves)
+        counts.vertices += curve.positions.size();
+    for (ModelSkin const& skin : model.skins)
+        counts.bones += skin.bones.size();
+    return counts;
+}
+
+Document::Document(ImportOptions import, SceneOptions scene)
+    : import_(std::move(import)), options_(std::move(scene))
+{
+}
+
+void Document::open(std::filesystem::path const& file)
+{
+    wanted_ = file;
+    begin(file);
+}
+
+void Document::reload()
+{
+    if (!wanted_.empty())
+        begin(wanted_);
+}
+
+void Document::begin(std::filesystem::path const& file)
+{
+    // Before reading: what is written meanwhile counts as a change.
+    watch_ = FileWatch(file);
+    load_ = std::make_unique<ModelLoad>(file, import_);
+}
+
+void Document::cancel()
+{
+    if (load_)
+        load_->cancel();
+}
+
+DocumentNews Document::look(FileWatch::Time now)
+{
+    if (load_)
+        return load_->isDone() ? finish() : DocumentNews::nothing;
+    if (watch_.hasChanged(now))
+        reload();
+    return DocumentNews::nothing;
+}
+
+DocumentNews Document::finish()
+{
+    std::unique_ptr<ModelLoad> const load = std::move(load_);
+    try {
+        Model model = load->take();
+        ModelCounts const counts = countsOf(model);
+        auto scene = std::make_unique<ModelScene>(std::move(model), options_);
+        appearance_ = std::make_unique<SceneAppearance>(*scene);
+        scene_ = std::move(scene);
+        counts_ = counts;
+        ++generation_;
+    } catch (std::bad_alloc const&) {
+        failure_ = load->file().string() + ": out of memory";
+        return DocumentNews::failed;
+    } catch (std::exception const& error) {
+        failure_ = error.what();
+        return DocumentNews::failed;
+    }
+    failure_.clear();
+    prepare(none);
+    return std::exchange(file_, load->file()) == load->file() ? DocumentNews::reloaded : DocumentNews::opened;
+}
+
+void Document::prepare(Index animation)
+{
+    constexpr int samples = 8;
+    constexpr double margin = 0.1; // of the size, for what lies between the samples
+    bounds_ = {};
+    if (animation != none) {
+        double const length = scene_->model().animations[static_cast<std::size_t>(animation)].length;
+        for (int i = 0; i <= samples; ++i) {
+            scene_->pose(animation, length * i / samples);
+            bounds_.add(scene_->bounds());
+        }
+    }
+    scene_->pose(none, 0.0);
+    bounds_.add(scene_->bounds());
+    if (bounds_.empty())
+        return;
+    Vector3 const grown = (bounds_.high - bounds_.low) * margin;
+    bounds_.low -= grown;
+    bounds_.high += grown;
+}
+
+} // namespace sgview

@@ -1,0 +1,45 @@
+#include "Viewer/Window/FrameTimes.h"
+
+#include <algorithm>
+
+namespace sgview {
+
+namespace {
+
+constexpr std::chrono::seconds window{1};
+
+} // namespace
+
+void FrameTimes::add(Time end, std::chrono::duration<double, std::milli> taken)
+{
+    ring_[next_] = static_cast<float>(taken.count());
+    next_ = (next_ + 1) % kept;
+    ends_.push_back(end);
+    while (ends_.front() <= end - window)
+        ends_.pop_front();
+}
+
+std::size_t FrameTimes::lastSecond(Time now) const
+{
+    return static_cast<std::size_t>(
+        std::ranges::count_if(ends_, [now](Time end) { return end > now - window; }));
+}
+
+std::array<float, FrameTimes::kept> FrameTimes::milliseconds() const
+{
+    std::array<float, kept> ordered = ring_;
+    std::ranges::rotate(ordered, ordered.begin() + static_cast<std::ptrdiff_t>(next_));
+    return ordered;
+}
+
+float FrameTimes::latest() const
+{
+    return ring_[(next_ + kept - 1) % kept];
+}
+
+float FrameTimes::longest() const
+{
+    return *std::ranges::max_element(ring_);
+}
+
+} // namespace sgview

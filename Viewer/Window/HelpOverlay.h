@@ -1,0 +1,11 @@
+#pragma once
+
+#include <imgui.h>
+
+namespace sgview {
+
+/// Builds, with Dear ImGui, the table of keys in the middle of an area.
+/// \param area  points
+void buildHelp(ImVec2 area);
+
+} // namespace sgview

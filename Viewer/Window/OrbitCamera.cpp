@@ -1,0 +1,163 @@
+#include "Viewer/Window/OrbitCamera.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace sgview {
+
+namespace {
+
+constexpr double degreesPerPoint = 0.4;
+constexpr double nearest = 1e-3; // of the distance from which all is in view
+constexpr double farthest = 1e3;
+constexpr double farthestToNearest = 1e4; // more would cost a 24-bit depth buffer its precision
+
+/// Turns the axis that points up into y.
+Matrix3 uprightness(OrbitCamera::Up up)
+{
+    constexpr double quarter = std::numbers::pi / 2.0;
+    switch (up) {
+    case OrbitCamera::Up::z:
+        return Matrix3::rotationMatrix(Vector3(1.0, 0.0, 0.0), -quarter);
+    case OrbitCamera::Up::x:
+        return Matrix3::rotationMatrix(Vector3(0.0, 0.0, 1.0), quarter);
+    default:
+        return {};
+    }
+}
+
+double wrapped(double degrees)
+{
+    double const rest = std::fmod(degrees, 360.0);
+    return rest < 0.0 ? rest + 360.0 : rest;
+}
+
+} // namespace
+
+OrbitCamera::OrbitCamera(CameraView const& first) : first_(first), view_(first) {}
+
+void OrbitCamera::setArea(double width, double height)
+{
+    width_ = std::max(width, 1.0);
+    height_ = std::max(height, 1.0);
+}
+
+void OrbitCamera::fit(std::vector<Vector3> const& points)
+{
+    FittedView const fitted = fitView(points, rotation(), width_, height_);
+    target_ = fitted.target;
+    distance_ = fittedDistance_ = fitted.distance;
+}
+
+void OrbitCamera::reset(std::vector<Vector3> const& points)
+{
+    view_ = first_;
+    up_ = Up::y;
+    orthographic_ = false;
+    fit(points);
+}
+
+void OrbitCamera::orbit(double x, double y)
+{
+    view_.azimuth = wrapped(view_.azimuth - x * degreesPerPoint);
+    view_.elevation = std::clamp(view_.elevation + y * degreesPerPoint, -90.0, 90.0);
+}
+
+void OrbitCamera::pan(double x, double y)
+{
+    moveTarget(-x * unitsPerPoint(), y * unitsPerPoint());
+}
+
+void OrbitCamera::zoom(double factor, double x, double y)
+{
+    double const before = unitsPerPoint();
+    distance_ = std::clamp(distance_ / factor, nearest * fittedDistance_, farthest * fittedDistance_);
+    double const gained = before - unitsPerPoint();
+    moveTarget(x * gained, -y * gained);
+}
+
+void OrbitCamera::look(StandardView view)
+{
+    constexpr double steepest = 90.0;
+    switch (view) {
+    case StandardView::front:
+        view_.azimuth = 0.0;
+        break;
+    case StandardView::back:
+        view_.azimuth = 180.0;
+        break;
+    case StandardView::left:
+        view_.azimuth = 90.0;
+        break;
+    case StandardView::right:
+        view_.azimuth = 270.0;
+        break;
+    case StandardView::top:
+    case StandardView::bottom:
+        view_.azimuth = 0.0;
+        break;
+    }
+    view_.elevation = view == StandardView::top ? steepest : view == StandardView::bottom ? -steepest : 0.0;
+}
+
+void OrbitCamera::cycleUp(std::vector<Vector3> const& points)
+{
+    up_ = up_ == Up::y ? Up::z : up_ == Up::z ? Up::x : Up::y;
+    fit(points);
+}
+
+Vector3 OrbitCamera::direction() const
+{
+    return transpose(rotation()) * Vector3(0.0, 0.0, -1.0);
+}
+
+Matrix3 OrbitCamera::rotation() const
+{
+    return viewRotation(view_) * uprightness(up_);
+}
+
+smart_ptr<CameraBase> OrbitCamera::camera(Bounds const& scene, quarl::Rect<int> const& viewport) const
+{
+    Matrix3 const turn = rotation();
+    Bounds depths; // z alone: how far the corners are from the target, towards the camera
+    for (int corner = 0; corner < 8 && !scene.empty(); ++corner) {
+        Vector3 const point((corner & 1) ? scene.high.x : scene.low.x,
+                            (corner & 2) ? scene.high.y : scene.low.y,
+                            (corner & 4) ? scene.high.z : scene.low.z);
+        depths.add(Vector3(0.0, 0.0, (turn * (point - target_)).z));
+    }
+    if (depths.empty())
+        depths.add(Vector3());
+
+    double const margin = 0.01 * (depths.high.z - depths.low.z) + 1e-6 * distance_;
+    double far = distance_ - depths.low.z + margin;
+    double near = distance_ - depths.high.z - margin;
+    double const slope = slopeOfView() / view_.zoom;
+    double const shorter = std::min(viewport.width, viewport.height);
+    double const right = slope * viewport.width / shorter;
+    double const top = slope * viewport.height / shorter;
+
+    Matrix const toEye = Matrix(turn, Vector3(0.0, 0.0, -distance_)) * Matrix::translationMatrix(-target_);
+    if (orthographic_)
+        return make_smart<CameraBase>(toEye,
+                                      Matrix::orthographic(-right * distance_, right * distance_,
+                                                           -top * distance_, top * distance_, near, far),
+                                      viewport);
+    far = std::max(far, nearest * distance_); // all of it may lie behind the camera
+    near = std::max(near, far / farthestToNearest);
+    return make_smart<CameraBase>(
+        toEye, Matrix::frustum(-right * near, right * near, -top * near, top * near, near, far), viewport);
+}
+
+double OrbitCamera::unitsPerPoint() const
+{
+    return 2.0 * distance_ * slopeOfView() / view_.zoom / std::min(width_, height_);
+}
+
+void OrbitCamera::moveTarget(double right, double up)
+{
+    target_ += transpose(rotation()) * Vector3(right, up, 0.0);
+}
+
+} // namespace sgview

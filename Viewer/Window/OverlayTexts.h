@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Viewer/Window/Session.h"
+
+#include <imgui.h>
+
+namespace sgview {
+
+// Texts over the scene, built with Dear ImGui.
+
+/// A small window without frame, as wide and high as what is in it, where ImGui::SetNextWindowPos says.
+void beginOverlayBox(char const* name);
+
+/// The overlays' labels at their places.
+/// \param camera  that the scene was drawn by
+/// \param corner  upper left one of the picture, points
+void buildOverlayLabels(Session const& session, CameraBase const& camera, ImVec2 corner);
+
+/// What the overlays show, and the ramp of the influence map with its numbers.
+/// \param corner  upper right one of the place for it, points
+void buildOverlayLegend(Session& session, ImVec2 corner);
+
+} // namespace sgview

@@ -1,0 +1,48 @@
+#include "Viewer/Window/ScenePainter.h"
+
+#include "Viewer/Platform/HostState.h"
+
+namespace sgview {
+
+namespace {
+
+Vector3 upDirection(OrbitCamera::Up up)
+{
+    switch (up) {
+    case OrbitCamera::Up::z:
+        return {0.0, 0.0, 1.0};
+    case OrbitCamera::Up::x:
+        return {1.0, 0.0, 0.0};
+    default:
+        return {0.0, 1.0, 0.0};
+    }
+}
+
+} // namespace
+
+void prepareScene(Session& session, quarl::Rect<int> const& area)
+{
+    ModelScene& scene = *session.document.scene();
+    SceneAppearance& appearance = *session.document.appearance();
+    appearance.update(session.display, upDirection(session.camera.up()), session.pixelsPerPoint);
+    Bounds seen = session.document.bounds();
+    seen.add(appearance.overlayBounds());
+    scene.root()->color = session.display.background;
+    scene.setCamera(session.camera.camera(seen, area), session.camera.direction());
+}
+
+void ScenePainter::draw(Session& session, quarl::Rect<int> const& area)
+{
+    setHostState();
+    ModelScene* const scene = session.document.scene();
+    if (!scene) {
+        auto const nothing = make_smart<SGRootNode>();
+        nothing->color = session.display.background;
+        session.renderer.render(nothing);
+        return;
+    }
+    prepareScene(session, area);
+    session.renderer.render(scene->root());
+}
+
+} // namespace sgview

@@ -1,0 +1,232 @@
+#include "Viewer/Window/ViewerWindow.h"
+
+#include "Viewer/Platform/OpenGLErrors.h"
+#include "Viewer/Platform/PngWriter.h"
+#include "Viewer/Platform/ScreenshotName.h"
+#include "Viewer/Window/FrameReader.h"
+#include "Viewer/Window/HelpOverlay.h"
+#include "Viewer/Window/OverlayTexts.h"
+
+#include <cmath>
+#include <system_error>
+
+namespace sgview {
+
+namespace {
+
+/// Widgets take this many frames to settle after anything has happened.
+constexpr int framesToSettle = 3;
+
+bool isButton(SDL_Event const& event)
+{
+    return event.type == SDL_MOUSEBUTTONDOWN || event.type == SDL_MOUSEBUTTONUP;
+}
+
+bool isButtonNext()
+{
+    SDL_Event next;
+    return SDL_PeepEvents(&next, 1, SDL_PEEKEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1 && isButton(next);
+}
+
+} // namespace
+
+ViewerWindow::ViewerWindow(WindowOptions const& options, TechniqueFinder const& findTechnique)
+    : context_(options.size),
+      module_(options.module),
+      session_(module_.renderer(), options, findTechnique(module_.renderer())),
+      gui_(context_),
+      controls_(session_, {[this] { isOpen_ = false; }, [this] { context_.toggleFullScreen(); },
+                           [this](bool withPanel) { pictureWanted_ = withPanel; }}),
+      screenshotName_(options.screenshotName)
+{
+    arrange();
+}
+
+void ViewerWindow::run()
+{
+    while (isOpen_) {
+        handleEvents();
+        if (session_.update(std::chrono::steady_clock::now()))
+            framesWanted_ = framesToSettle;
+        if (framesWanted_ == 0 && !session_.document.load())
+            continue;
+        Time const start = std::chrono::steady_clock::now();
+        nextFrame_ = start + std::chrono::duration_cast<Time::duration>(context_.refreshInterval());
+        drawFrame();
+        if (framesWanted_ > 0)
+            --framesWanted_;
+    }
+}
+
+std::chrono::milliseconds ViewerWindow::patience(Time now) const
+{
+    using std::chrono::milliseconds;
+    bool const isBusy = framesWanted_ > 0 || session_.playback.isPlaying() || session_.document.load();
+    if (!isBusy)
+        return FileWatch::interval;
+    return std::max(std::chrono::ceil<milliseconds>(nextFrame_ - now), milliseconds(0));
+}
+
+void ViewerWindow::handleEvents()
+{
+    SDL_Event event;
+    auto const wait = static_cast<int>(patience(std::chrono::steady_clock::now()).count());
+    for (int any = SDL_WaitEventTimeout(&event, wait); any; any = SDL_PollEvent(&event)) {
+        handle(event);
+        if (isButton(event) || (event.type == SDL_MOUSEMOTION && isButtonNext()))
+            break;
+    }
+}
+
+void ViewerWindow::handle(SDL_Event const& event)
+{
+    framesWanted_ = framesToSettle;
+    gui_.handle(event);
+    switch (event.type) {
+    case SDL_QUIT:
+        isOpen_ = false;
+        break;
+    case SDL_KEYDOWN:
+        if (!gui_.wantsKeys())
+            controls_.press(event.key);
+        break;
+    case SDL_DROPBEGIN:
+    case SDL_DROPFILE:
+    case SDL_DROPCOMPLETE:
+        controls_.drop(event.drop);
+        SDL_free(event.drop.file);
+        break;
+    default:
+        handlePointer(event);
+    }
+}
+
+void ViewerWindow::handlePointer(SDL_Event const& event)
+{
+    switch (event.type) {
+    case SDL_MOUSEBUTTONDOWN:
+        if (!gui_.wantsPointer())
+            controls_.press(event.button);
+        break;
+    case SDL_MOUSEBUTTONUP:
+        controls_.release(event.button);
+        break;
+    case SDL_MOUSEMOTION:
+        controls_.move(event.motion);
+        break;
+    case SDL_MOUSEWHEEL:
+        if (!gui_.wantsPointer())
+            controls_.turn(event.wheel);
+        break;
+    default:
+        break;
+    }
+}
+
+void ViewerWindow::arrange()
+{
+    PictureSize const points = context_.points();
+    PictureSize const pixels = context_.pixels();
+    double const ratio = context_.pixelsPerPoint();
+    // A window too narrow for both shows the model.
+    bool const hasRoom = points.width > 2 * static_cast<int>(Panel::width);
+    panelWidth_ = session_.showsPanel && hasRoom ? Panel::width : 0.0F;
+    double const width = points.width - static_cast<double>(panelWidth_);
+    sceneArea_ = {0, 0, std::max(static_cast<int>(std::lround(width * ratio)), 1), pixels.height};
+    controls_.setArea(width, points.height);
+    session_.pixelsPerPoint = ratio;
+}
+
+void ViewerWindow::drawFrame()
+{
+    Time const start = std::chrono::steady_clock::now();
+    arrange();
+    bool const isTimed = panelWidth_ > 0.0F;
+    session_.renderer.passTimeSink = nullptr;
+    if (isTimed)
+        session_.renderer.passTimeSink = [this](std::string_view pass, std::chrono::nanoseconds time) {
+            session_.passes.add(pass, time);
+        };
+    session_.passes.beginFrame();
+    drawScene();
+    if (isTimed)
+        session_.passes.endFrame();
+    checkOpenGL("while drawing");
+
+    if (pictureWanted_ == false)
+        keepPicture(false);
+    buildWidgets();
+    if (pictureWanted_ == true)
+        keepPicture(true);
+    pictureWanted_.reset();
+
+    Time const end = std::chrono::steady_clock::now();
+    session_.frames.add(end, end - start);
+    updateTitle();
+    context_.swap();
+}
+
+void ViewerWindow::drawScene()
+{
+    if (session_.splits && session_.document.scene()) {
+        split_.draw(session_, sceneArea_);
+        return;
+    }
+    split_.end(session_);
+    painter_.draw(session_, sceneArea_);
+}
+
+void ViewerWindow::buildOverlays(ImVec2 area)
+{
+    if (!session_.document.scene())
+        return;
+    constexpr float margin = 12.0F;
+    buildOverlayLegend(session_, {area.x - margin, margin});
+    if (split_.isSplit())
+        split_.build(session_, area);
+    else
+        buildOverlayLabels(session_, *session_.document.scene()->cameraNode()->camera, {0.0F, 0.0F});
+}
+
+void ViewerWindow::buildWidgets()
+{
+    PictureSize const points = context_.points();
+    gui_.begin();
+    ImVec2 const area{static_cast<float>(points.width) - panelWidth_, static_cast<float>(points.height)};
+    buildOverlays(area);
+    hud_.build(session_, area);
+    if (panelWidth_ > 0.0F)
+        panel_.build(session_);
+    if (session_.showsHelp)
+        buildHelp(ImGui::GetIO().DisplaySize);
+    gui_.end();
+}
+
+void ViewerWindow::updateTitle()
+{
+    std::string const file = session_.document.file().filename().string();
+    std::string const title = file.empty() ? "sgview" : file + " - sgview";
+    if (title != title_)
+        context_.setTitle(title_ = title);
+}
+
+void ViewerWindow::keepPicture(bool withPanel)
+{
+    PictureSize const all = context_.pixels();
+    Picture const picture =
+        readFrame(session_.renderer, withPanel ? quarl::Rect<int>{0, 0, all.width, all.height} : sceneArea_);
+    std::string const model = session_.document.file().stem().string();
+    try {
+        std::filesystem::path const folder = picturesFolder();
+        std::filesystem::path const file =
+            screenshotFile(folder, screenshotName_, model.empty() ? "sgview" : model, localNow());
+        std::filesystem::create_directories(file.parent_path());
+        writePng(file, picture);
+        session_.notices.tell("picture kept: " + file.string());
+    } catch (std::exception const& error) {
+        session_.notices.warn(error.what());
+    }
+    framesWanted_ = framesToSettle;
+}
+
+} // namespace sgview

@@ -1,0 +1,157 @@
+#include "Viewer/Window/WindowContext.h"
+
+#include "SceneGraph/SGRendererManager.h"
+#include "Viewer/Platform/HeadlessContext.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+namespace sgview {
+
+namespace {
+
+/// A video driver of SDL that shows windows, and the environment variable that says where.
+struct Way {
+    char const* driver;
+    char const* display;
+};
+
+constexpr std::array<Way, 2> ways{{{"wayland", "WAYLAND_DISPLAY"}, {"x11", "DISPLAY"}}};
+
+/// A driver that a person asks SDL for by name comes before all others.
+constexpr char const* driverVariable = "SDL_VIDEODRIVER";
+
+bool isSet(char const* variable)
+{
+    char const* const value = std::getenv(variable);
+    return value && *value != '\0';
+}
+
+void askForFixedFunction(int samples)
+{
+    SDL_GL_ResetAttributes();
+    for (SDL_GLattr component : {SDL_GL_RED_SIZE, SDL_GL_GREEN_SIZE, SDL_GL_BLUE_SIZE})
+        SDL_GL_SetAttribute(component, 8);
+    SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
+    SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+    SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_COMPATIBILITY);
+    SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, samples > 0 ? 1 : 0);
+    SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, samples);
+}
+
+} // namespace
+
+WindowContext::VideoDriver::VideoDriver(char const* name)
+{
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
+    SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+    if (SDL_VideoInit(name) != 0)
+        throw ContextError(SDL_GetError());
+}
+
+WindowContext::VideoDriver::~VideoDriver()
+{
+    SDL_VideoQuit();
+}
+
+WindowContext::WindowContext(PictureSize size)
+{
+    std::string reasons;
+    auto const attempt = [&](char const* driver) {
+        try {
+            open(driver, size);
+        } catch (ContextError const& error) {
+            reasons +=
+                (reasons.empty() ? "" : "; ") + std::string(driver ? driver : "SDL") + ": " + error.what();
+        }
+    };
+    if (isSet(driverVariable))
+        attempt(nullptr);
+    else
+        for (auto const& [driver, display] : ways)
+            if (!context_ && isSet(display))
+                attempt(driver);
+    if (!context_)
+        throw ContextError("no display to open a window on" +
+                           (reasons.empty() ? std::string() : " (" + reasons + ")") +
+                           "; 'sgview render' draws into a file without one");
+    if (SDL_GL_SetSwapInterval(-1) != 0)
+        SDL_GL_SetSwapInterval(1);
+    SGRendererManager::shutdown = false;
+}
+
+WindowContext::~WindowContext()
+{
+    SGRendererManager::shutdown = true;
+}
+
+void WindowContext::open(char const* driver, PictureSize size)
+{
+    constexpr int smooth = 4;
+    driver_ = std::make_unique<VideoDriver>(driver);
+    if (openWith(smooth, size) || openWith(0, size))
+        return;
+    std::string const reason = SDL_GetError();
+    driver_.reset();
+    throw ContextError(reason);
+}
+
+bool WindowContext::openWith(int samples, PictureSize size)
+{
+    askForFixedFunction(samples);
+    window_.reset(SDL_CreateWindow("sgview", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, size.width,
+                                   size.height,
+                                   SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI));
+    if (window_)
+        context_.reset(SDL_GL_CreateContext(window_.get()));
+    if (!context_)
+        window_.reset();
+    return context_ != nullptr;
+}
+
+PictureSize WindowContext::points() const
+{
+    PictureSize size;
+    SDL_GetWindowSize(window_.get(), &size.width, &size.height);
+    return {std::max(size.width, 1), std::max(size.height, 1)};
+}
+
+PictureSize WindowContext::pixels() const
+{
+    PictureSize size;
+    SDL_GL_GetDrawableSize(window_.get(), &size.width, &size.height);
+    return {std::max(size.width, 1), std::max(size.height, 1)};
+}
+
+double WindowContext::pixelsPerPoint() const
+{
+    return static_cast<double>(pixels().width) / points().width;
+}
+
+std::chrono::duration<double> WindowContext::refreshInterval() const
+{
+    constexpr int usual = 60;
+    SDL_DisplayMode mode{};
+    bool const known = SDL_GetWindowDisplayMode(window_.get(), &mode) == 0 && mode.refresh_rate > 0;
+    return std::chrono::duration<double>(1.0 / (known ? mode.refresh_rate : usual));
+}
+
+void WindowContext::setTitle(std::string const& title)
+{
+    SDL_SetWindowTitle(window_.get(), title.c_str());
+}
+
+void WindowContext::toggleFullScreen()
+{
+    bool const isFull = (SDL_GetWindowFlags(window_.get()) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
+    SDL_SetWindowFullscreen(window_.get(), isFull ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
+}
+
+void WindowContext::swap()
+{
+    SDL_GL_SwapWindow(window_.get());
+}
+
+} // namespace sgview

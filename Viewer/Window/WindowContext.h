@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Viewer/Platform/Picture.h"
+
+#include <SDL2/SDL.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+namespace sgview {
+
+/// A window on a screen with an OpenGL context: fixed-function, 8 bits a colour, 24 bits of depth. The
+/// context is current while this lives; one at a time.
+///
+/// Sizes come in two units: points, which people and pointers count in, and pixels of the drawable. On dense
+/// screens a point is several pixels.
+class WindowContext {
+public:
+    /// \param size  points
+    /// \throws ContextError
+    explicit WindowContext(PictureSize size);
+    WindowContext(WindowContext const&) = delete;
+    WindowContext& operator=(WindowContext const&) = delete;
+
+    /// What still holds OpenGL names then drops them without a call.
+    ~WindowContext();
+
+    [[nodiscard]] PictureSize points() const;
+    [[nodiscard]] PictureSize pixels() const;
+    [[nodiscard]] double pixelsPerPoint() const;
+
+    /// From one refresh of the screen to the next.
+    [[nodiscard]] std::chrono::duration<double> refreshInterval() const;
+
+    void setTitle(std::string const& title);
+    void toggleFullScreen();
+
+    /// Shows what was drawn.
+    void swap();
+
+    [[nodiscard]] SDL_Window* window() const { return window_.get(); }
+    [[nodiscard]] void* context() const { return context_.get(); }
+
+private:
+    class VideoDriver {
+    public:
+        explicit VideoDriver(char const* name);
+        VideoDriver(VideoDriver const&) = delete;
+        VideoDriver& operator=(VideoDriver const&) = delete;
+        ~VideoDriver();
+    };
+    struct WindowEnd {
+        void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
+    };
+    struct ContextEnd {
+        void operator()(void* context) const { SDL_GL_DeleteContext(context); }
+    };
+
+    void open(char const* driver, PictureSize size);
+    bool openWith(int samples, PictureSize size);
+
+    std::unique_ptr<VideoDriver> driver_;
+    std::unique_ptr<SDL_Window, WindowEnd> window_;
+    std::unique_ptr<void, ContextEnd> context_;
+};
+
+} // namespace sgview
