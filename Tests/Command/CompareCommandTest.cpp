@@ -214,10 +214,12 @@ TEST_F(CompareCommand, Failures)
     expectFailure({"compare"}, 2, "FILE is required, or --demo");
     expectFailure({"compare", creature(), "--demo"}, 2, "FILE excludes --demo");
     expectFailure({"compare", "--demo", "--wireframe"}, 2, "--wireframe excludes --demo");
+    expectFailure({"compare", creature(), "--output", "-"}, 2,
+                  "--output: standard output takes the table already");
     expectFailure({"compare", creature(), "--technique", "vbo"}, 2,
-                  "The following arguments were not expected: vbo --technique");
+                  "The following arguments were not expected: --technique vbo");
     expectFailure({"compare", creature(), "--time", "1"}, 2,
-                  "The following arguments were not expected: 1 --time");
+                  "The following arguments were not expected: --time 1");
     for (char const* times : {"0", "17", "", ",", "1,", "-1", "0.5,-1", "nan", "1e7,", "one",
                               "1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17"}) {
         expectFailure(

@@ -8,6 +8,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -106,7 +107,28 @@ TEST_F(Configuration, LeavesOutWhatDoesNotGoTogetherWithTheCommandLine)
 TEST_F(Configuration, Lists)
 {
     configure("[info]\ntexture-folder = ['one', \"tw\\\"o\\\\\"]\n[window]\ntexture-folder = []\n");
-    EXPECT_THAT(sectionOf("info", printed()), HasSubstr("\ntexture-folder = [\"one\", \"tw\\\"o\\\\\"]\n"));
+    EXPECT_THAT(sectionOf("info", printed()),
+                HasSubstr("\ntexture-folder = [\"" + (folder / "config/sgview/one").string() + "\", \"" +
+                          (folder / "config/sgview/tw").string() + "\\\"o\\\\\"]\n"));
+}
+
+TEST_F(Configuration, PathsStartFromTheFilesFolder)
+{
+    fs::create_directories(folder / "settings/sub");
+    writeFile("settings/all", "[info]\nmodule = ../none.so\ntexture-folder = [sub, '/else/where']\n"
+                              "[render]\nmodule = /absolute.so\n[compare]\nmodule = ''\n");
+    std::string const what = run({"--print-config", "--config", "settings/all"}).errors;
+    EXPECT_EQ(what, "sgview: settings/all:7: --module: no file is named\n");
+
+    writeFile("settings/all", "[info]\nmodule = ../none.so\ntexture-folder = [sub, '/else/where']\n"
+                              "[render]\nmodule = /absolute.so\n");
+    std::string const printed = runWell({"--print-config", "--config", "settings/all"});
+    EXPECT_THAT(sectionOf("info", printed),
+                AllOf(HasSubstr("\nmodule = \"" + (folder / "none.so").string() + "\"\n"),
+                      HasSubstr("= [\"" + (folder / "settings/sub").string() + "\", \"/else/where\"]\n")));
+    EXPECT_THAT(sectionOf("render", printed), HasSubstr("\nmodule = \"/absolute.so\"\n"));
+    EXPECT_THAT(run({"info", "--gpu", "--config", "settings/all"}).errors,
+                HasSubstr("tried " + (folder / "none.so").string() + ":"));
 }
 
 TEST_F(Configuration, PrintedIsLoadableAgain)
@@ -118,13 +140,17 @@ TEST_F(Configuration, PrintedIsLoadableAgain)
     EXPECT_THAT(sectionOf("window", what), HasSubstr("\nscreenshot-name = \"a \\\\ \\\"b\\\" # c\"\n"));
     EXPECT_THAT(sectionOf("window", what), HasSubstr("\nazimuth = \"12\"\n"));
     EXPECT_THAT(sectionOf("render", what), HasSubstr("\ntechnique = \"vbo\"\n"));
-    EXPECT_THAT(sectionOf("render", what), HasSubstr("\ntexture-folder = [\"a\", \"b c\"]\n"));
+    EXPECT_THAT(sectionOf("render", what), HasSubstr("/config/sgview/b c\"]\n"));
     EXPECT_THAT(sectionOf("render", what), HasSubstr("\n# Size of the picture, pixels (default: 1024x768)\n"
                                                      "#size = \"1024x768\"\n"));
     EXPECT_THAT(what, Not(HasSubstr("\n#output")));
     writeFile("again", what);
     EXPECT_EQ(printed({"--config", "again"}), what);
     EXPECT_NE(runWell({"--no-config", "--print-config"}), what);
+
+    configure("[info]\nmodule = /elsewhere\n[diagnose]\nmemory-limit = 900\n");
+    EXPECT_THAT(sectionOf("info", printed()), HasSubstr("\nmodule = \"/elsewhere\"\n")) << "with --gpu alone";
+    EXPECT_THAT(sectionOf("diagnose", printed()), HasSubstr("\nmemory-limit = \"900\"\n"));
 }
 
 TEST_F(Configuration, EveryPrintedDefaultCanBeSet)
@@ -161,12 +187,13 @@ TEST_F(Configuration, Broken)
                  ":6: size is set in line 2 already");
     expectBroken("[redner]\nsize = 10x10\n", ":2: there is no command redner");
     expectBroken("[render]\ncolour = red\n", ":2: render has no option colour that can be set here");
-    expectBroken("output = a.png\n", ":1: any command has no option output that can be set here");
+    expectBroken("output = a.png\n", ":1: no command has an option output that can be set here");
     expectBroken("[render]\nsize = tall\n",
                  ":2: --size: 'tall' is not a picture size: width x height in pixels, 1 to 65536 each and "
                  "268435456 in all, as in 1024x768");
     expectBroken("wireframe = maybe\n", ":1: wireframe is true or false");
     expectBroken("size = [10x10]\n", ":1: size takes no list");
+    expectBroken("[render]\ndevice = list\n", ":2: device: list is for the command line alone");
 }
 
 TEST_F(Configuration, FilesThatCannotBeRead)

@@ -209,6 +209,16 @@ TEST_F(DiagnoseCommand, ReportIsOnePage)
                 AllOf(HasSubstr("<html"), HasSubstr("data:image/png;base64,"), HasSubstr("</html>")));
 }
 
+TEST_F(DiagnoseCommand, OnStandardOutputThereIsNothingElse)
+{
+    EXPECT_TRUE(json::accept(diagnose({"--json", "-"}, withFaults()).output));
+    std::string const page = diagnose({"--report", "-", "--json", "a.json"}, withFaults()).output;
+    EXPECT_TRUE(page.starts_with("<!DOCTYPE html>"));
+    EXPECT_TRUE(page.ends_with("</html>\n")) << page.substr(page.size() - 100);
+    EXPECT_TRUE(json::accept(contentOf("a.json")));
+    EXPECT_FALSE(std::filesystem::exists(folder / "-"));
+}
+
 TEST_F(DiagnoseCommand, WhyNamesTheRule)
 {
     auto const why = [&](std::string const& text) {
@@ -249,6 +259,8 @@ TEST_F(DiagnoseCommand, UsageErrors)
     expectFailure({"diagnose", "--animation", "0"}, badUsage, "--animation requires --model");
     expectFailure({"diagnose", "--times", "1"}, badUsage, "--times requires --model");
     expectFailure({"diagnose", "--report", ""}, badUsage, "--report: no file is named");
+    expectFailure({"diagnose", "--report", "-", "--json", "/dev/stdout"}, badUsage,
+                  "--json: standard output takes the report already");
     expectFailure({"diagnose", "a.glb"}, badUsage, "The following argument was not expected: a.glb");
     for (char const* limit : {"0", "-1", "1.5", "86401"})
         expectFailure({"diagnose", "--time-limit", limit}, badUsage,

@@ -211,6 +211,22 @@ TEST_F(Failure, OutputsThatCannotBeWritten)
     EXPECT_EQ(lineFor({"demo", "--output", "no/a.png"}), "sgview: no/a.png: No such file or directory\n");
 }
 
+TEST_F(Failure, NoRoomForWhatIsAskedAboutSgview)
+{
+    Circumstances full;
+    full.output = "/dev/full";
+    for (std::vector<std::string> const& arguments :
+         std::vector<std::vector<std::string>>{{"--help"},
+                                               {"--version"},
+                                               {"help", "render"},
+                                               {"render", "--help"},
+                                               {"--list-keys"},
+                                               {"--print-config"},
+                                               {"--print-completion", "bash"},
+                                               {"--print-man"}})
+        expectFailure(arguments, 1, "standard output cannot be written", full);
+}
+
 TEST_F(Failure, NoRoomForTheWholePicture)
 {
     Circumstances cramped;

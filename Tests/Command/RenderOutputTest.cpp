@@ -241,6 +241,9 @@ TEST_F(RenderOutput, NamesInNotesAreText)
     std::filesystem::copy_file(creature(), folder / "caf\xc3\xa9\xff.glb");
     static_cast<void>(render("a.png", {"caf\xc3\xa9\xff.glb", "--size", "16x16"}));
     EXPECT_EQ(notesOf("a.png").at("Model"), "caf\xc3\xa9\xef\xbf\xbd.glb");
+    std::filesystem::copy_file(creature(), folder / "red\x1b[31m.glb");
+    static_cast<void>(render("b.png", {"red\x1b[31m.glb", "--size", "16x16"}));
+    EXPECT_THAT(notesOf("b.png").at("Command line"), StartsWith("sgview render 'red\xef\xbf\xbd[31m.glb' "));
 }
 
 TEST_F(RenderOutput, Formats)

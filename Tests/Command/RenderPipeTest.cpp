@@ -1,5 +1,6 @@
 #include "Tests/Command/Sgview.h"
 
+#include "Tests/Command/ShellCommand.h"
 #include "Tests/Frame/PngReader.h"
 
 #include <gmock/gmock.h>
@@ -40,6 +41,53 @@ TEST_F(RenderPipe, FramesOnStandardOutput)
     EXPECT_EQ(runWell(drawing({"--turntable", "3", "--format", "rgba"})).size(), 3U * 64 * 48 * 4);
     EXPECT_THAT(runWell(drawing({"--turntable", "3", "--format", "y4m"})), testing::StartsWith("YUV4MPEG2 "));
     EXPECT_THAT(runWell(drawing({"--turntable", "3", "--format", "webp"})), testing::StartsWith("RIFF"));
+}
+
+TEST_F(RenderPipe, NamesOfWhatIsOpenAlready)
+{
+    std::string const picture = render("a.png", {creature(), "--size", "64x48"});
+    std::string const film = runWell(drawing({"--turntable", "2", "--format", "rgba"}));
+    std::string const draw = SGVIEW " render " + creature() + " --no-config --technique plain --size 64x48 ";
+    auto const shell = [&](std::string const& line) {
+        ShellOutcome const outcome = runInShell("cd " + folder.string() + " && " + line);
+        EXPECT_EQ(outcome.status, 0) << line;
+        EXPECT_EQ(outcome.output, "") << line;
+        return contentOf("out");
+    };
+    for (std::string const name : {"/dev/stdout", "link"}) {
+        std::filesystem::remove(folder / "link");
+        std::filesystem::create_symlink("/dev/stdout", folder / "link");
+        EXPECT_EQ(shell(draw + "-o " + name + " --format png | cat > out"), picture) << name;
+        EXPECT_EQ(shell(draw + "-o " + name + " --turntable 2 --format rgba | cat > out"), film) << name;
+        EXPECT_EQ(shell("{ echo a; " + draw + "-o " + name + " --format png; echo z; } > out"),
+                  "a\n" + picture + "z\n")
+            << name << ", a file that others write to as well";
+        EXPECT_EQ(shell("echo a > out; " + draw + "-o " + name + " --format png >> out"), "a\n" + picture);
+    }
+    EXPECT_EQ(shell(draw + "-o /dev/fd/9 --format png 9> out"), picture);
+    expectFailure({"render", creature(), "--output", "/dev/fd/99"}, 1, "/dev/fd/99: Bad file descriptor");
+    static_cast<void>(runWell({"demo", "--size", "64x48", "--output", "demo.png"}));
+    for (char const* name : {"-", "/dev/stdout"})
+        EXPECT_EQ(runWell({"demo", "--size", "64x48", "--output", name}), contentOf("demo.png")) << name;
+    EXPECT_FALSE(std::filesystem::exists(folder / "-"));
+    expectFailure({"render", creature(), "--output", "/dev/stdout", "--json"}, 2,
+                  "--json: standard output takes the pictures already");
+}
+
+TEST_F(RenderPipe, DevicesAndNamedPipes)
+{
+    std::string const picture = render("a.png", {creature(), "--size", "64x48"});
+    EXPECT_EQ(render("/dev/null", {creature(), "--size", "64x48"}), "");
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    std::string read;
+    std::thread reader([&] { read = contentOf("pipe"); });
+    EXPECT_EQ(runWell({"render", creature(), "--technique", "plain", "--size", "64x48", "--format", "png",
+                       "--output", "pipe"}),
+              "");
+    reader.join();
+    EXPECT_EQ(read, picture);
+    EXPECT_TRUE(std::filesystem::is_fifo(folder / "pipe")) << "and is no file now";
 }
 
 TEST_F(RenderPipe, MessagesStayOutOfThePicture)

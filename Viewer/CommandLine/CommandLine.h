@@ -122,7 +122,7 @@ struct CommandLine {
 /// What the command line leaves open is taken from the configuration file.
 /// \return nothing where only something about sgview itself was asked for, such as help, which has been printed
 ///         then
-/// \throws UsageError
+/// \throws UsageError, OutputError  the latter where what was asked for cannot be printed
 [[nodiscard]] std::optional<CommandLine> parseCommandLine(int argc, char const* const* argv);
 
 } // namespace sgview

@@ -62,6 +62,12 @@ void CommandTable::parse(int argc, char const* const* argv)
         app_.parse(argc, argv);
     } catch (CLI::Success const&) {
         throw;
+    } catch (CLI::ExtrasError const&) {
+        // CLI11 names them from the last to the first.
+        std::vector<std::string> const words = app_.remaining(true);
+        throw UsageError((words.size() == 1 ? "The following argument was not expected: "
+                                            : "The following arguments were not expected: ") +
+                         joined(words, " "));
     } catch (CLI::ParseError const& error) {
         throw UsageError(error.what());
     }
@@ -137,10 +143,11 @@ void CommandTable::complete()
     GeneralOptions const& general = general_[command];
     if (asksForItself() || general.noConfiguration)
         return;
+    auto const use = printsConfiguration_ ? ConfigurationUse::printing : ConfigurationUse::running;
     if (general.configuration)
-        applyConfiguration(app_, *general.configuration);
+        applyConfiguration(app_, *general.configuration, use);
     else if (auto const usual = usualConfigurationFile(); usual && std::filesystem::exists(*usual))
-        applyConfiguration(app_, *usual);
+        applyConfiguration(app_, *usual, use);
 }
 
 std::string CommandTable::nameOfCommand() const

@@ -1,6 +1,7 @@
 #include "Viewer/CommandLine/CommandOptions.h"
 
 #include "Viewer/CommandLine/SharedOptions.h"
+#include "Viewer/Platform/OutputFile.h"
 
 namespace sgview {
 
@@ -41,6 +42,8 @@ void addCompareCommand(CLI::App& app, CompareRequest& compare, GeneralOptions& g
     command->callback([file, &compare] {
         if (file->empty() && !compare.demo)
             throw UsageError("FILE is required, or --demo");
+        if (isStandardOutput(compare.output.value_or("")))
+            throw UsageError("--output: standard output takes the table already");
     });
     command->footer("Exit status 1 if any technique draws 1% of a frame otherwise than the plain one.\n"
                     "Examples:\n"

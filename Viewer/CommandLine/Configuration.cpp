@@ -62,8 +62,9 @@ void checkPlace(CLI::App& app, ConfigurationEntry const& entry)
     }
     if (!isSection)
         throw ConfigurationError(entry.line, "there is no command " + entry.section);
-    std::string const what = entry.section.empty() ? "any command" : entry.section;
-    throw ConfigurationError(entry.line, what + " has no option " + entry.name + " that can be set here");
+    std::string const what =
+        entry.section.empty() ? "no command has an option " : entry.section + " has no option ";
+    throw ConfigurationError(entry.line, what + entry.name + " that can be set here");
 }
 
 bool isGiven(CLI::Option const* option)
@@ -71,10 +72,17 @@ bool isGiven(CLI::Option const* option)
     return option->count() > 0;
 }
 
-bool fits(CLI::Option const& option)
+/// How the entries of a file are taken.
+struct Reading {
+    fs::path folder; ///< that paths start from
+    ConfigurationUse use;
+};
+
+bool fits(CLI::Option const& option, ConfigurationUse use)
 {
-    return option.empty() && std::ranges::all_of(option.get_needs(), isGiven) &&
-           std::ranges::none_of(option.get_excludes(), isGiven);
+    bool const hasNeeds =
+        use == ConfigurationUse::printing || std::ranges::all_of(option.get_needs(), isGiven);
+    return option.empty() && hasNeeds && std::ranges::none_of(option.get_excludes(), isGiven);
 }
 
 void checkForm(ConfigurationEntry const& entry, CLI::Option const& option)
@@ -84,14 +92,27 @@ void checkForm(ConfigurationEntry const& entry, CLI::Option const& option)
         throw ConfigurationError(entry.line, entry.name + " takes no list");
     if (!takesValue(option) && value != "true" && value != "false")
         throw ConfigurationError(entry.line, entry.name + " is true or false");
+    if (isQuestion(option, value))
+        throw ConfigurationError(entry.line, entry.name + ": " + value + " is for the command line alone");
 }
 
-void apply(ConfigurationEntry const& entry, CLI::Option& option)
+/// An empty path is left to the option to refuse.
+std::vector<std::string> valuesFor(CLI::Option const& option, ConfigurationEntry const& entry,
+                                   fs::path const& folder)
+{
+    std::vector<std::string> values = entry.values;
+    if (takesPath(option))
+        for (std::string& value : values)
+            value = value.empty() ? value : fs::absolute(folder / value).lexically_normal().string();
+    return values;
+}
+
+void apply(ConfigurationEntry const& entry, CLI::Option& option, Reading const& reading)
 {
     checkForm(entry, option);
-    if (entry.values.empty() || !fits(option))
+    if (entry.values.empty() || !fits(option, reading.use))
         return;
-    option.add_result(entry.values);
+    option.add_result(valuesFor(option, entry, reading.folder));
     try {
         option.run_callback();
     } catch (UsageError const& error) {
@@ -99,12 +120,12 @@ void apply(ConfigurationEntry const& entry, CLI::Option& option)
     }
 }
 
-void applyTo(CLI::App& command, Entries const& entries, std::string const& section)
+void applyTo(CLI::App& command, Entries const& entries, std::string const& section, Reading const& reading)
 {
     for (ConfigurationEntry const& entry : entries) {
         CLI::Option* const option = optionFor(command, entry.name);
         if (entry.section == section && option)
-            apply(entry, *option);
+            apply(entry, *option, reading);
     }
 }
 
@@ -143,15 +164,16 @@ std::string sectionText(CLI::App const& command)
 
 } // namespace
 
-void applyConfiguration(CLI::App& app, fs::path const& file)
+void applyConfiguration(CLI::App& app, fs::path const& file, ConfigurationUse use)
 {
+    Reading const reading{file.parent_path(), use};
     try {
         Entries const entries = readConfiguration(contentOf(file));
         for (ConfigurationEntry const& entry : entries)
             checkPlace(app, entry);
         for (CLI::App* const command : allOf(app)) {
-            applyTo(*command, entries, sectionOf(*command));
-            applyTo(*command, entries, "");
+            applyTo(*command, entries, sectionOf(*command), reading);
+            applyTo(*command, entries, "", reading);
         }
     } catch (ConfigurationError const& error) {
         throw UsageError(file.string() + ":" + std::to_string(error.line) + ": " + error.what());
@@ -169,9 +191,11 @@ std::optional<fs::path> usualConfigurationFile()
 std::string configurationOf(CLI::App const& app)
 {
     std::optional<fs::path> const file = usualConfigurationFile();
-    std::string text = "# What sgview takes where the command line says nothing, from " +
-                       (file ? file->string() : "a file that --config names") +
-                       ".\n# What stands before the first section holds for every command.\n";
+    std::string text =
+        "# What sgview takes where the command line says nothing, from " +
+        (file ? file->string() : "a file that --config names") +
+        ".\n# What stands before the first section holds for every command. Paths start from the "
+        "file's folder.\n";
     text += sectionText(app);
     for (CLI::App const* const command : commandsOf(app))
         text += sectionText(*command);

@@ -1,6 +1,7 @@
 #include "Viewer/CommandLine/CommandOptions.h"
 
 #include "Viewer/CommandLine/SharedOptions.h"
+#include "Viewer/Platform/OutputFile.h"
 
 #include <algorithm>
 
@@ -23,7 +24,8 @@ void addDiagnosedModel(CLI::App& app, ModelRequest& model, Moments& moments, CLI
 CLI::Option* addOutput(CLI::App& app, std::string const& name, std::optional<std::filesystem::path>& file,
                        std::string const& what, std::string const& placeholder)
 {
-    return addOption(app, name, file, asPath, what + " to write about the run; measures anew")
+    return addOption(app, name, file, asPath,
+                     what + " to write about the run, or - for standard output; measures anew")
         ->type_name(placeholder)
         ->configurable(false);
 }
@@ -66,6 +68,8 @@ void addDiagnoseCommand(CLI::App& app, DiagnoseRequest& diagnose, ModelRequest& 
     addModule(*command, diagnose.module);
     addGeneralOptions(*command, general);
     command->callback([file, &model, &diagnose] {
+        if (isStandardOutput(diagnose.report.value_or("")) && isStandardOutput(diagnose.json.value_or("")))
+            throw UsageError("--json: standard output takes the report already");
         if (!file->empty()) {
             model.import.limits.seconds = diagnose.timeLimit.value_or(model.import.limits.seconds);
             diagnose.model = model;

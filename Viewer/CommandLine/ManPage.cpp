@@ -168,9 +168,8 @@ std::string configuration()
     return filled(
                "What options are not given is taken from the configuration file: a line for each, "
                "name = value, with the long name without dashes. A value is a word, a text in quotes, true "
-               "or "
-               "false where the option takes no value, or a list of texts in brackets where it may be given "
-               "more than once. # starts a comment.") +
+               "or false where the option takes no value, or a list of texts in brackets where it may be "
+               "given more than once. Paths start from the file's folder. # starts a comment.") +
            "\n" +
            paragraph(
                filled("What stands before the first section holds for every command that has the option, "

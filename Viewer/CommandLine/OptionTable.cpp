@@ -154,6 +154,16 @@ Values valuesOf(CLI::App const& app, CLI::Option const& option)
     return values;
 }
 
+bool isQuestion(CLI::Option const& option, std::string const& value)
+{
+    return value == "list" && std::ranges::count(wordsIn(option.get_type_name()), value) > 0;
+}
+
+bool takesPath(CLI::Option const& option)
+{
+    return valuesOfPlaceholder(option.get_type_name()).files != Values::Files::none;
+}
+
 std::string notesOf(CLI::App const& command)
 {
     return command.get_footer().substr(0, startOfExamples(command.get_footer()));

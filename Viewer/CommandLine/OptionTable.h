@@ -56,6 +56,12 @@ struct Values {
 /// \param app  whose commands are values too
 [[nodiscard]] Values valuesOf(CLI::App const& app, CLI::Option const& option);
 
+/// Whether a value only asks which ones there are.
+[[nodiscard]] bool isQuestion(CLI::Option const& option, std::string const& value);
+
+/// Whether its value names a file or a folder.
+[[nodiscard]] bool takesPath(CLI::Option const& option);
+
 /// The part of a footer before its examples, or from there on.
 [[nodiscard]] std::string notesOf(CLI::App const& command);
 [[nodiscard]] std::string examplesOf(CLI::App const& command);

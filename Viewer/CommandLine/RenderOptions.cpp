@@ -96,7 +96,7 @@ void addRenderCommand(CLI::App& app, RenderRequest& render, GeneralOptions& gene
         "  sgview render duck.dae --output duck.png\n"
         "  sgview render walker.glb --animation Walk --time 0.4 --azimuth -45 --output walk.png\n"
         "  sgview render crate.obj --background transparent --supersample 4 --output crate.png\n"
-        "  sgview render *.glb --max-size 256 --output 'thumbs/{model}.png' --json\n"
+        "  sgview render *.glb --max-size 256 --output 'small-{model}.png' --json\n"
         "  sgview render duck.dae --turntable 72 --output duck.webp\n"
         "Films, by an encoder, and by many processes of which each draws a share:\n"
         "  sgview render walker.glb --animation Walk --fps 30 --output - --format y4m |\n"

@@ -117,8 +117,7 @@ void run(CompareRequest const& request, Messages const& messages)
         }
     }
     (request.json ? writeJson : writeText)(std::cout, comparison);
-    if (!std::cout.flush())
-        throw OutputError("standard output cannot be written");
+    flushStandardOutput();
     requireTrust(comparison.results);
 }
 

@@ -31,12 +31,6 @@ constexpr PictureSize testSize{512, 512};
 constexpr std::chrono::milliseconds updateInterval{200};
 constexpr std::size_t labelWidth = 20;
 
-void flushOutput()
-{
-    if (!std::cout.flush())
-        throw OutputError("standard output cannot be written");
-}
-
 void requireNoDeath(std::string const& card, std::optional<DiagnosticJournal> const& journal,
                     FileLock const* lock = nullptr)
 {
@@ -72,6 +66,12 @@ DiagnosticOptions optionsOf(DiagnoseRequest const& request)
     if (request.timeLimit)
         options.timeLimit = std::chrono::seconds(*request.timeLimit);
     return options;
+}
+
+/// What a program reads there has no text for people in it.
+bool writesToStandardOutput(DiagnoseRequest const& request)
+{
+    return isStandardOutput(request.report.value_or("")) || isStandardOutput(request.json.value_or(""));
 }
 
 void writeFiles(DiagnoseRequest const& request, SupervisedDiagnosis const& run,
@@ -114,12 +114,14 @@ void measure(DiagnoseRequest const& request, Messages const& messages)
     if (!run) {
         writeVerdict(std::cout, readStoredVerdict());
         std::cout << "\nIt holds for the card in use: --why tells why, --force measures anew.\n";
-        return flushOutput();
+        return flushStandardOutput();
     }
     writeFiles(request, *run, options.journal);
-    writeSummary(std::cout, run->diagnosis);
-    writeLastWords(std::cout, *run);
-    flushOutput();
+    if (!writesToStandardOutput(request)) {
+        writeSummary(std::cout, run->diagnosis);
+        writeLastWords(std::cout, *run);
+        flushStandardOutput();
+    }
     requireGoodEnd(*run);
 }
 
@@ -159,7 +161,7 @@ void explain(DiagnoseRequest const& request, Messages const& messages)
     writeVerdict(std::cout, known.stored);
     writeRules(std::cout, known.rules, known.isRunNeeded);
     writeDeath(std::cout, known.death);
-    flushOutput();
+    flushStandardOutput();
 }
 
 /// The animation that was asked for, or else the first; `none` where the model has none.
@@ -217,7 +219,7 @@ void diagnoseModel(DiagnoseRequest const& request, Messages const& messages)
         compareInto(diagnosis, renderer, makeScene(std::move(model), animation));
     }
     writeText(std::cout, diagnosis, ownScene->diagnosis);
-    flushOutput();
+    flushStandardOutput();
     if (!diagnosis.suspects().empty())
         throw DiagnosisFailure("1% of the picture or more differs from the plain one: " +
                                diagnosis.suspects());

@@ -92,8 +92,7 @@ void printDevices()
         std::cout << i << "  " << (device.problem.empty() ? device.name : device.problem) << "  ("
                   << device.driver << ")\n";
     }
-    if (!std::cout.flush())
-        throw OutputError("standard output cannot be written");
+    flushStandardOutput();
 }
 
 } // namespace sgview

@@ -1,9 +1,9 @@
 #include "Viewer/Commands/Commands.h"
 
-#include "Utilities/Prefs.h"
 #include "Viewer/Commands/GraphicsSummary.h"
 #include "Viewer/Commands/ModelLoader.h"
 #include "Viewer/Commands/ModelSummary.h"
+#include "Viewer/Diagnosis/StoredVerdict.h"
 #include "Viewer/Platform/GraphicsDevices.h"
 #include "Viewer/Platform/OffscreenRenderer.h"
 #include "Viewer/Platform/OutputFile.h"
@@ -33,21 +33,7 @@ void write(Summary const& summary, bool json)
         writeJson(std::cout, summary);
     else
         writeText(std::cout, summary);
-    if (!std::cout.flush())
-        throw OutputError("standard output cannot be written");
-}
-
-/// As the user's preferences have it, word for word.
-std::vector<std::pair<std::string, std::string>> storedVerdict()
-{
-    Prefs const& preferences = RogueSingleton<Prefs, PrefsFactory>::getInstance();
-    std::vector<std::pair<std::string, std::string>> entries;
-    for (char const* const key : {"GL_CARD", "GL_VBO", "GL_VertexProgram", "GL_VertexShader"}) {
-        std::string const value = preferences.getString(key);
-        if (!value.empty())
-            entries.emplace_back(key, value);
-    }
-    return entries;
+    flushStandardOutput();
 }
 
 void describeGraphics(InfoRequest const& request)
@@ -55,7 +41,8 @@ void describeGraphics(InfoRequest const& request)
     if (request.device.number)
         useGraphicsDevice(*request.device.number);
     OffscreenRenderer const renderer({8, 8}, request.module);
-    GraphicsSummary const summary{askGraphics(), storedVerdict(), !renderer.engine().isDiagnosticNeeded(),
+    GraphicsSummary const summary{askGraphics(), readStoredVerdict().preferences(),
+                                  !renderer.engine().isDiagnosticNeeded(),
                                   storedTechnique(renderer.engine())};
     write(summary, request.json);
 }

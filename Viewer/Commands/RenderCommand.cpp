@@ -69,10 +69,10 @@ void run(RenderRequest const& request, Messages const& messages)
     std::size_t failures = 0;
     for (std::size_t i = 0; i < count; ++i) {
         RenderOutcome const outcome = drawModel(session, {request.files[i], i + 1, 0});
-        if (request.json)
+        if (request.json) {
             writeJsonLine(std::cout, outcome);
-        if (request.json && !std::cout.flush())
-            throw OutputError("standard output cannot be written");
+            flushStandardOutput();
+        }
         if (outcome.error && count == 1)
             std::rethrow_exception(outcome.error);
         if (outcome.error)

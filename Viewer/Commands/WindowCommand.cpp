@@ -2,6 +2,7 @@
 
 #include "Viewer/Commands/MeasuredTechnique.h"
 #include "Viewer/Import/ImportError.h"
+#include "Viewer/Platform/OutputFile.h"
 #include "Viewer/Window/Keys.h"
 #include "Viewer/Window/ViewerWindow.h"
 
@@ -37,6 +38,7 @@ void run(WindowRequest const& request, Messages const& messages)
 {
     if (request.listKeys) {
         std::cout << keyList();
+        flushStandardOutput();
         return;
     }
     checkExistence(request.options.files);

@@ -75,6 +75,15 @@ std::vector<std::pair<std::string, std::string>> StoredVerdict::entries() const
     return list;
 }
 
+std::vector<std::pair<std::string, std::string>> StoredVerdict::preferences() const
+{
+    std::vector<std::pair<std::string, std::string>> list{{cardKey, card}};
+    for (std::size_t i = 0; i < flagKeys.size(); ++i)
+        list.emplace_back(flagKeys[i], flags[i]);
+    std::erase_if(list, [](auto const& entry) { return entry.second.empty(); });
+    return list;
+}
+
 StoredVerdict readStoredVerdict()
 {
     Prefs const& preferences = Preferences::getInstance();

@@ -19,6 +19,9 @@ struct StoredVerdict {
 
     /// For people: labels and entries, "no entry" where there is none.
     [[nodiscard]] std::vector<std::pair<std::string, std::string>> entries() const;
+
+    /// As the preferences have it: keys and values of those entries that are there.
+    [[nodiscard]] std::vector<std::pair<std::string, std::string>> preferences() const;
 };
 
 /// As this process has read it, or does now.

@@ -1,5 +1,7 @@
 #include "Viewer/Output/OutputName.h"
 
+#include "Viewer/Platform/OutputFile.h"
+
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -40,7 +42,7 @@ std::optional<OutputName::Piece> OutputName::parsePlace(std::string_view text)
 std::optional<OutputName> OutputName::parse(std::string_view text)
 {
     OutputName name;
-    name.isStandardOutput_ = text == "-";
+    name.isStandardOutput_ = sgview::isStandardOutput(text);
     for (std::size_t at = 0; at < text.size();) {
         std::size_t const brace = std::min(text.find('{', at), text.size());
         if (brace > at)

@@ -17,8 +17,8 @@ struct PictureSubject {
 };
 
 /// A template for the names of pictures. {model} becomes the model's name without folder and extension,
-/// {index} and {frame} numbers, {frame:04} one of at least four digits; {{ is a brace. "-" alone is standard
-/// output.
+/// {index} and {frame} numbers, {frame:04} one of at least four digits; {{ is a brace. "-" and
+/// "/dev/stdout" alone are standard output.
 class OutputName {
 public:
     /// Nothing where the text is no such template.

@@ -2,11 +2,14 @@
 
 #include "Utilities/DurableFile.h"
 
+#include <boost/lexical_cast/try_lexical_convert.hpp>
+
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <new>
+#include <iostream>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -21,10 +24,37 @@ fs::path temporaryBeside(fs::path const& path)
     return path.parent_path() / ("." + path.filename().string() + "." + std::to_string(::getpid()) + ".tmp");
 }
 
+/// The number of the open file that a path such as /dev/fd/3 stands for.
+std::optional<int> openFileOf(fs::path path)
+{
+    constexpr int longestChain = 40;
+    if (isStandardOutput(path))
+        return STDOUT_FILENO;
+    std::error_code error;
+    fs::path const openFiles = fs::canonical("/proc/self/fd", error);
+    for (int links = 0; links < longestChain && !error; ++links) {
+        if (fs::canonical(fs::absolute(path).parent_path(), error) == openFiles) {
+            int number = -1;
+            return boost::conversion::try_lexical_convert(path.filename().string(), number)
+                       ? std::optional(number)
+                       : std::nullopt;
+        }
+        if (!fs::is_symlink(fs::symlink_status(path, error)))
+            break;
+        path = path.parent_path() / fs::read_symlink(path, error);
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 OutputFile::OutputFile(fs::path path) : path_(std::move(path))
 {
+    // Where it stands, appended or not, is the business of whoever opened it.
+    if (std::optional<int> const number = openFileOf(path_)) {
+        open(::fcntl(*number, F_DUPFD_CLOEXEC, 0));
+        return;
+    }
     try {
         path_ = DurableFile::followLinks(path_);
     } catch (std::system_error const& error) {
@@ -41,12 +71,7 @@ OutputFile::OutputFile(fs::path path) : path_(std::move(path))
     if (!asItIs)
         temporary_ = temporaryBeside(path_);
     int const flags = O_WRONLY | O_CLOEXEC | O_NOCTTY | (asItIs ? 0 : O_CREAT | O_TRUNC | O_NOFOLLOW);
-    int const descriptor = ::open(asItIs ? path_.c_str() : temporary_.c_str(), flags, 0666);
-    if (descriptor < 0)
-        fail(errno);
-    stream_ = ::fdopen(descriptor, "wb");
-    if (!stream_)
-        throw std::bad_alloc();
+    open(::open(asItIs ? path_.c_str() : temporary_.c_str(), flags, 0666));
 }
 
 OutputFile::~OutputFile()
@@ -69,9 +94,32 @@ void OutputFile::commit()
     temporary_.clear();
 }
 
+void OutputFile::open(int descriptor)
+{
+    if (descriptor < 0)
+        fail(errno);
+    stream_ = ::fdopen(descriptor, "wb");
+    if (!stream_) {
+        int const error = errno;
+        ::close(descriptor);
+        fail(error);
+    }
+}
+
 void OutputFile::fail(int error) const
 {
     throw OutputError(path_.string() + ": " + std::generic_category().message(error));
+}
+
+bool isStandardOutput(fs::path const& path)
+{
+    return path == "-" || path == "/dev/stdout";
+}
+
+void flushStandardOutput()
+{
+    if (!std::cout.flush())
+        throw OutputError("standard output cannot be written");
 }
 
 void writeFile(std::filesystem::path const& path, std::string_view text)

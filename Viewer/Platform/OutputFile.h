@@ -14,7 +14,8 @@ public:
 };
 
 /// A file that appears under its name only once it is whole: until then it has a temporary name in the same
-/// folder. A device or a pipe is written to as it is.
+/// folder. A device or a pipe is written to as it is, and so is what the process has open already: "-" is
+/// standard output, and /dev/fd/3 what it says.
 class OutputFile {
 public:
     /// \throws OutputError
@@ -36,10 +37,19 @@ public:
     [[noreturn]] void fail(int error) const;
 
 private:
+    void open(int descriptor);
+
     std::filesystem::path path_;
     std::filesystem::path temporary_; ///< empty while there is none
     std::FILE* stream_ = nullptr;
 };
+
+/// Whether a file's name stands for standard output.
+[[nodiscard]] bool isStandardOutput(std::filesystem::path const& path);
+
+/// Sends off what was written to std::cout.
+/// \throws OutputError
+void flushStandardOutput();
 
 /// Writes a text into a file of its own.
 /// \throws OutputError

@@ -1,8 +1,8 @@
 #include "Viewer/Platform/PngEncoder.h"
 
 #include "Viewer/Platform/OutputFile.h"
+#include "Viewer/Report/PlainText.h"
 
-#include <boost/locale/utf.hpp>
 #include <png.h>
 #include <zlib.h>
 
@@ -36,24 +36,6 @@ bool isAscii(std::string_view text)
     return std::ranges::all_of(text, [](char letter) { return letter >= ' ' && letter <= '~'; });
 }
 
-/// Each byte that is no part of a valid code becomes U+FFFD.
-std::string asUtf8(std::string_view text)
-{
-    using Utf = boost::locale::utf::utf_traits<char>;
-    std::string valid;
-    for (auto at = text.begin(); at != text.end();) {
-        auto next = at;
-        if (boost::locale::utf::is_valid_codepoint(Utf::decode(next, text.end()))) {
-            valid.append(at, next);
-        } else {
-            valid += "\xEF\xBF\xBD";
-            next = at + 1;
-        }
-        at = next;
-    }
-    return valid;
-}
-
 /// PNG, third edition, 11.3.3: "tEXt" for what is ASCII, "iTXt" for other text in UTF-8.
 Bytes textChunk(std::string const& keyword, std::string const& text)
 {
@@ -63,7 +45,7 @@ Bytes textChunk(std::string const& keyword, std::string const& text)
     content.push_back(0);
     if (!isAscii(text))
         content.insert(content.end(), 4, 0); // not compressed, neither a language nor a translated keyword
-    append(content, asUtf8(text));
+    append(content, asPlainText(text));
 
     Bytes chunk;
     append(chunk, static_cast<std::uint32_t>(content.size() - 4));
