@@ -42,7 +42,7 @@ endforeach()
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_BINARY_DIR}/triggers ${CMAKE_CURRENT_BINARY_DIR}/shlibs)
 # Loaded at run time, so that no library dependency shows them.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS "libegl1, libgl1, libopengl0")
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "libgl1-mesa-dri")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "libdecor-0-plugin-1-cairo, libgl1-mesa-dri")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME sgview-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)

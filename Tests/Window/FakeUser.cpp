@@ -113,6 +113,20 @@ void FakeUser::resize(sgview::PictureSize size) const
     XSync(display_.get(), False);
 }
 
+void FakeUser::hide() const
+{
+    XUnmapWindow(display_.get(), window_);
+    XSync(display_.get(), False);
+}
+
+void FakeUser::show() const
+{
+    XMapWindow(display_.get(), window_);
+    XSync(display_.get(), False);
+    XSetInputFocus(display_.get(), window_, RevertToParent, CurrentTime);
+    XSync(display_.get(), False);
+}
+
 void FakeUser::close() const
 {
     sendMessage(window_, "WM_PROTOCOLS", {static_cast<long>(atom("WM_DELETE_WINDOW")), CurrentTime});

@@ -22,6 +22,10 @@ public:
     [[nodiscard]] sgview::PictureSize size() const;
     void resize(sgview::PictureSize size) const;
 
+    /// As a desktop does that minimises the window, and brings it back.
+    void hide() const;
+    void show() const;
+
     /// Asks the window to close, as its frame's button does.
     void close() const;
 

@@ -2,7 +2,10 @@
 
 #include <X11/keysym.h>
 
+#include <chrono>
 #include <fstream>
+#include <iterator>
+#include <thread>
 
 namespace {
 
@@ -97,6 +100,30 @@ TEST_F(Files, ABrokenOneLeavesTheLastGoodPicture)
     EXPECT_TRUE(returnsTo(scene, good));
 
     replace(model("a2.glb"), TEST_MODELS "/skin8bit.gltf"); // and mended
+    EXPECT_GT(difference(changed(scene, good), good), 0.05);
+    quitWell();
+}
+
+TEST_F(Files, ThatGoOrComeInPartsAreWaitedFor)
+{
+    ASSERT_NO_FATAL_FAILURE(openModel(model("a2.glb")));
+    sgview::Picture const good = still(scene);
+    sgview::Picture const silence = still(notices);
+    auto const letItLook = [] { std::this_thread::sleep_for(std::chrono::seconds(1)); };
+    fs::remove(model("a2.glb"));
+    letItLook();
+    fs::create_directory(model("a2.glb"));
+    letItLook();
+    EXPECT_EQ(difference(look(scene), good), 0.0);
+    EXPECT_EQ(difference(look(notices), silence), 0.0);
+    fs::remove(model("a2.glb"));
+
+    std::ifstream source(TEST_MODELS "/skin8bit.gltf", std::ios::binary);
+    std::string const content{std::istreambuf_iterator<char>(source), {}};
+    std::ofstream(model("a2.glb"), std::ios::binary) << content.substr(0, content.size() / 2);
+    EXPECT_GT(difference(changed(notices, silence), silence), 0.05) << "half of a file is told of";
+    EXPECT_EQ(difference(look(scene), good), 0.0);
+    std::ofstream(model("a2.glb"), std::ios::binary | std::ios::app) << content.substr(content.size() / 2);
     EXPECT_GT(difference(changed(scene, good), good), 0.05);
     quitWell();
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
@@ -64,6 +65,22 @@ std::optional<int> Process::status()
     if (!status_ && ::waitpid(process_, &ended, WNOHANG) == process_)
         status_ = WIFEXITED(ended) ? WEXITSTATUS(ended) : 128 + WTERMSIG(ended);
     return status_;
+}
+
+bool Process::isResting() const
+{
+    std::error_code error;
+    for (std::filesystem::directory_iterator thread("/proc/" + std::to_string(process_) + "/task", error),
+         end;
+         !error && thread != end; thread.increment(error)) {
+        std::ifstream file(thread->path() / "stat");
+        std::string name;
+        char state = 0;
+        std::getline(file, name, ')') >> state;
+        if (state == 'R' || state == 'D')
+            return false;
+    }
+    return true;
 }
 
 double Process::processorTime() const

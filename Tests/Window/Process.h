@@ -24,6 +24,9 @@ public:
     /// Its exit status, or 128 and a signal's number; nothing while it runs.
     [[nodiscard]] std::optional<int> status();
 
+    /// Whether none of its threads runs or waits for a processor.
+    [[nodiscard]] bool isResting() const;
+
     /// Processor time it has used so far, seconds; its own, not its children's.
     [[nodiscard]] double processorTime() const;
 

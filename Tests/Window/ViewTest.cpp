@@ -18,15 +18,6 @@ constexpr unsigned wheelDown = 5;
 
 class View : public WindowTest {
 protected:
-    /// Has a picture kept, and reads it.
-    sgview::Picture keep(bool withPanel = false)
-    {
-        std::size_t const before = keptPictures().size();
-        user->type(XK_p, withPanel);
-        EXPECT_TRUE(eventually([&] { return keptPictures().size() == before + 1; }));
-        return readPng(keptPictures().back());
-    }
-
     /// Draws the same with `sgview render`.
     sgview::Picture render(std::vector<std::string> arguments, sgview::PictureSize size)
     {
@@ -51,15 +42,6 @@ TEST_F(View, OpensAModelAndQuits)
     EXPECT_GT(share, 0.25);
     EXPECT_LT(share, 0.8);
     quitWell();
-}
-
-TEST_F(View, ClosesByItsFrame)
-{
-    ASSERT_NO_FATAL_FAILURE(openModel(CREATURE));
-    user->close();
-    ASSERT_TRUE(eventually([this] { return program->status().has_value(); }));
-    EXPECT_EQ(program->status(), 0);
-    EXPECT_EQ(errors(), "");
 }
 
 TEST_F(View, StandsEmptyWithoutAFile)
@@ -211,12 +193,7 @@ TEST_F(View, KeepsPicturesUnderTheNameAskedFor)
     EXPECT_EQ(keptPictures(), std::vector<fs::path>{home / "Pictures/creature_1.png"});
     EXPECT_EQ(kept.size.width, windowSize.width - panelWidth);
     // The picture is what was to be seen, without what lies over it.
-    sgview::Picture part({scene.width, scene.height});
-    for (int y = 0; y < scene.height; ++y)
-        for (int x = 0; x < scene.width * 4; ++x)
-            part.pixels[static_cast<std::size_t>(y * scene.width * 4 + x)] =
-                kept.pixels[static_cast<std::size_t>((y + scene.y) * kept.size.width * 4 + scene.x * 4 + x)];
-    EXPECT_EQ(difference(part, seen), 0.0);
+    EXPECT_EQ(difference(cut(kept, scene), seen), 0.0);
 
     sgview::Picture const whole = keep(true);
     EXPECT_EQ(keptPictures().back(), home / "Pictures/creature_2.png");
@@ -232,33 +209,6 @@ TEST_F(View, SaysWhereAPictureCouldNotBeKept)
     user->type(XK_p);
     static_cast<void>(changed(notices, before));
     quitWell();
-}
-
-TEST_F(View, FollowsTheWindowsSize)
-{
-    ASSERT_NO_FATAL_FAILURE(openModel(CREATURE));
-    static_cast<void>(still(scene));
-    user->resize({800, 500});
-    ASSERT_TRUE(eventually([&] { return user->size() == sgview::PictureSize{800, 500}; }));
-    EXPECT_TRUE(eventually([&] {
-        Region const newPanel{800 - panelWidth + 5, 0, panelWidth - 10, 500};
-        return shareOtherThan(look(newPanel), 219, 224, 230) > 0.99;
-    }));
-    user->resize({320, 240}); // too narrow for a panel
-    ASSERT_TRUE(eventually([&] { return user->size() == sgview::PictureSize{320, 240}; }));
-    EXPECT_TRUE(eventually([&] { return shareOtherThan(look({200, 60, 110, 100}), 219, 224, 230) < 0.95; }));
-    quitWell();
-}
-
-TEST_F(View, RestsWhileNothingChanges)
-{
-    ASSERT_NO_FATAL_FAILURE(openModel(CREATURE));
-    static_cast<void>(still({0, 0, windowSize.width, windowSize.height}));
-    double const before = program->processorTime();
-    auto const start = std::chrono::steady_clock::now();
-    static_cast<void>(
-        eventually([&] { return std::chrono::steady_clock::now() - start > std::chrono::seconds(2); }));
-    EXPECT_LT(program->processorTime() - before, 0.2);
 }
 
 TEST_F(View, LooksForTexturesInNamedFolders)

@@ -1,5 +1,6 @@
 #include "Tests/Window/WindowTesting.h"
 
+#include "Tests/Frame/PngReader.h"
 #include "Viewer/Platform/PictureDifference.h"
 #include "Viewer/Platform/PngWriter.h"
 
@@ -20,6 +21,13 @@ fs::path makeFolder()
     std::string name = (fs::temp_directory_path() / "sgview-window-XXXXXX").string();
     return ::mkdtemp(name.data());
 }
+
+void waitAMoment()
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+}
+
+} // namespace
 
 bool isInstalled(std::string const& program)
 {
@@ -48,13 +56,6 @@ sgview::Picture cut(sgview::Picture const& picture, Region const& region)
     return part;
 }
 
-void waitAMoment()
-{
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-}
-
-} // namespace
-
 double shareOtherThan(sgview::Picture const& picture, int r, int g, int b)
 {
     std::size_t other = 0;
@@ -76,18 +77,6 @@ WindowTest::WindowTest() : folder(makeFolder()), home(folder / "home")
 
 WindowTest::~WindowTest()
 {
-    if (HasFailure() && user) {
-        try {
-            fs::create_directories(WINDOW_FAILURES);
-            fs::path const file =
-                fs::path(WINDOW_FAILURES) /
-                (testing::UnitTest::GetInstance()->current_test_info()->name() + std::string(".png"));
-            sgview::writePng(file, user->look());
-            ADD_FAILURE() << "what the window showed last: " << file.string() << "\n" << errors();
-        } catch (std::exception const& error) {
-            ADD_FAILURE() << error.what();
-        }
-    }
     program.reset();
     user.reset();
     server.reset();
@@ -95,17 +84,43 @@ WindowTest::~WindowTest()
     fs::remove_all(folder, ignored);
 }
 
+void WindowTest::TearDown()
+{
+    if (!HasFailure() || !user)
+        return;
+    try {
+        fs::create_directories(WINDOW_FAILURES);
+        fs::path const file =
+            fs::path(WINDOW_FAILURES) /
+            (testing::UnitTest::GetInstance()->current_test_info()->name() + std::string(".png"));
+        sgview::writePng(file, user->look());
+        ADD_FAILURE() << "what the window showed last: " << file.string() << "\n" << errors();
+    } catch (std::exception const& error) {
+        ADD_FAILURE() << error.what();
+    }
+}
+
 void WindowTest::SetUp()
 {
     if (!isInstalled("Xvfb"))
         GTEST_SKIP() << "Xvfb is not installed";
-    server = std::make_unique<Process>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0",
-                                                                "1280x900x24", "-nolisten", "tcp"},
-                                       std::map<std::string, std::optional<std::string>>{},
-                                       (folder / "server").string());
+    startDisplay({1280, 900});
+}
+
+void WindowTest::startDisplay(sgview::PictureSize size)
+{
+    std::string const screen = std::to_string(size.width) + "x" + std::to_string(size.height) + "x24";
+    server = std::make_unique<Process>(
+        std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", screen, "-nolisten", "tcp"},
+        Environment{}, (folder / "server").string());
     display = ":" + server->readLine();
     ASSERT_NE(display, ":") << "Xvfb does not start";
     user = std::make_unique<FakeUser>(display);
+}
+
+WindowTest::Environment WindowTest::displayEnvironment() const
+{
+    return {{"DISPLAY", display}, {"WAYLAND_DISPLAY", std::nullopt}};
 }
 
 void WindowTest::open(std::vector<std::string> arguments)
@@ -114,16 +129,13 @@ void WindowTest::open(std::vector<std::string> arguments)
     if (std::ranges::find(arguments, "--size") == arguments.end())
         arguments.insert(arguments.end(), {"--size", std::to_string(windowSize.width) + "x" +
                                                          std::to_string(windowSize.height)});
-    program = std::make_unique<Process>(
-        arguments,
-        std::map<std::string, std::optional<std::string>>{{"DISPLAY", display},
-                                                          {"WAYLAND_DISPLAY", std::nullopt},
-                                                          {"SDL_VIDEODRIVER", std::nullopt},
-                                                          {"HOME", home.string()},
-                                                          {"XDG_CONFIG_HOME", std::nullopt},
-                                                          {"XDG_PICTURES_DIR", std::nullopt},
-                                                          {"LIBGL_ALWAYS_SOFTWARE", "1"}},
-        (folder / "errors").string());
+    Environment environment{{"SDL_VIDEODRIVER", std::nullopt},
+                            {"HOME", home.string()},
+                            {"XDG_CONFIG_HOME", std::nullopt},
+                            {"XDG_PICTURES_DIR", std::nullopt},
+                            {"LIBGL_ALWAYS_SOFTWARE", "1"}};
+    environment.merge(displayEnvironment());
+    program = std::make_unique<Process>(arguments, environment, (folder / "errors").string());
     ASSERT_TRUE(eventually([this] { return user->findWindow() || program->status(); }));
     ASSERT_FALSE(program->status()) << errors();
     user->moveTo(windowSize.width / 3, windowSize.height / 3);
@@ -168,14 +180,20 @@ sgview::Picture WindowTest::look(Region const& region) const
     return cut(user->look(), region);
 }
 
+bool WindowTest::isResting() const
+{
+    return program->isResting() && server->isResting();
+}
+
 sgview::Picture WindowTest::still(Region const& region) const
 {
     constexpr int enough = 8;
     sgview::Picture last = look(region);
     int same = 0;
     EXPECT_TRUE(eventually([&] {
+        bool const rests = isResting();
         sgview::Picture next = look(region);
-        same = next.pixels == last.pixels ? same + 1 : 0;
+        same = rests && next.pixels == last.pixels ? same + 1 : 0;
         last = std::move(next);
         return same == enough;
     })) << "never keeps still";
@@ -210,4 +228,12 @@ std::vector<fs::path> WindowTest::keptPictures() const
             files.push_back(entry->path());
     std::ranges::sort(files);
     return files;
+}
+
+sgview::Picture WindowTest::keep(bool withPanel)
+{
+    std::size_t const before = keptPictures().size();
+    user->type(XK_p, withPanel);
+    EXPECT_TRUE(eventually([&] { return keptPictures().size() == before + 1; }));
+    return readPng(keptPictures().back());
 }

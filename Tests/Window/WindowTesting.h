@@ -8,7 +8,9 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +38,16 @@ protected:
 
     void SetUp() override;
 
+    /// Leaves a picture of the window behind where the test has failed.
+    void TearDown() override;
+
+    /// A display of a size in pixels, and somebody in front of it.
+    void startDisplay(sgview::PictureSize size);
+
+    /// Where a program finds a display, on top of the test's own environment; none unsets.
+    using Environment = std::map<std::string, std::optional<std::string>>;
+    [[nodiscard]] virtual Environment displayEnvironment() const;
+
     /// Starts sgview and waits for its window, of `windowSize` unless the arguments say otherwise.
     void open(std::vector<std::string> arguments);
 
@@ -50,6 +62,10 @@ protected:
 
     /// Whether something comes true within a time that no sound program needs.
     [[nodiscard]] static bool eventually(std::function<bool()> const& condition);
+
+    /// Whether all programs that have a part in the picture wait for something to happen. On a busy machine
+    /// a picture that is the same for a while may only be late.
+    [[nodiscard]] virtual bool isResting() const;
 
     /// What a part of the window shows, once it has shown the same for a while.
     [[nodiscard]] sgview::Picture still(Region const& region) const;
@@ -66,6 +82,9 @@ protected:
 
     [[nodiscard]] std::vector<std::filesystem::path> keptPictures() const;
 
+    /// Has a picture kept, and reads it.
+    [[nodiscard]] sgview::Picture keep(bool withPanel = false);
+
     std::filesystem::path folder;
     std::filesystem::path home;
     std::unique_ptr<Process> server;
@@ -73,6 +92,12 @@ protected:
     std::unique_ptr<Process> program;
     std::string display;
 };
+
+/// Whether a program is found by its name.
+[[nodiscard]] bool isInstalled(std::string const& program);
+
+/// A part of a picture.
+[[nodiscard]] sgview::Picture cut(sgview::Picture const& picture, Region const& region);
 
 /// Part of the pixels that are not a colour, 0 to 1.
 [[nodiscard]] double shareOtherThan(sgview::Picture const& picture, int r, int g, int b);

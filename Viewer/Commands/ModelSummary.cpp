@@ -2,14 +2,13 @@
 
 #include "Viewer/Import/ImportError.h"
 #include "Viewer/Import/ModelCheck.h"
+#include "Viewer/Import/ModelCounts.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <ostream>
-#include <set>
 #include <utility>
 
 namespace sgview {
@@ -41,23 +40,6 @@ void countSurface(ModelSummary& summary, ModelSurface const& surface)
     for (std::size_t i = 1; i < surface.influenceOffsets.size(); ++i)
         summary.mostInfluences =
             std::max(summary.mostInfluences, surface.influenceOffsets[i] - surface.influenceOffsets[i - 1]);
-}
-
-std::size_t countBones(Model const& model)
-{
-    std::set<std::pair<Index, Index>> used; // skin and bone
-    for (ModelSurface const& surface : model.surfaces)
-        for (ModelInfluence const& influence : surface.influences)
-            used.emplace(surface.skin, influence.bone);
-    std::set<std::pair<Index, std::array<double, 16>>> bones;
-    for (auto const& [skin, number] : used) {
-        ModelBone const& bone =
-            model.skins[static_cast<std::size_t>(skin)].bones[static_cast<std::size_t>(number)];
-        std::array<double, 16> elements{};
-        std::copy_n(bone.inverseBind.data(), elements.size(), elements.begin());
-        bones.emplace(bone.node, elements);
-    }
-    return bones.size();
 }
 
 std::string poseName(ModelSummary const& summary)
@@ -131,7 +113,7 @@ ModelSummary summarise(std::string file, Model const& model)
     summary.curves = model.curves.size();
     for (ModelSurface const& surface : model.surfaces)
         countSurface(summary, surface);
-    summary.bones = countBones(model);
+    summary.bones = countsOf(model).bones;
     for (ModelSplit const& split : model.splits)
         summary.splits.push_back({split.name, split.parts});
     for (ModelMaterial const& material : model.materials)

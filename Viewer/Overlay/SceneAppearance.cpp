@@ -47,8 +47,9 @@ SceneAppearance::SceneAppearance(ModelScene& scene)
 
 void SceneAppearance::update(DisplayOptions const& options, Vector3 const& up, double pixelsPerPoint)
 {
-    Dress const dress{options.wireframe, options.unlit, options.influences && !influences_.bones().empty(),
-                      influences_.chosen(), materials_.version()};
+    Dress const dress{
+        options.wireframe,    options.unlit,        options.influences && !influences_.bones().empty(),
+        influences_.chosen(), materials_.version(), pixelsPerPoint};
     if (dress_ != dress) {
         dress_ = dress;
         for (std::size_t i = 0; i < scene_.instance().partCount(); ++i)
@@ -78,6 +79,7 @@ void SceneAppearance::dress(std::size_t part)
     auto* const surface = dynamic_cast<SGSurfaceGeometryReferenceNode*>(item.drawn.get());
     bool const isUnlit = !surface || look.unlit || dress_->unlit;
 
+    item.drawn->lineWidth = dress_->lineWidth;
     item.drawn->material = look.material;
     // A texture shows through an unlit surface's glColor, which is the ambient colour.
     if (isUnlit)

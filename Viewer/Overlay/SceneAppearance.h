@@ -25,7 +25,7 @@ public:
 
     /// Brings the scene in line with the options and the model's pose. Comes before each frame.
     /// \param up              the axis that points up on the screen
-    /// \param pixelsPerPoint  what widths of lines are multiplied by
+    /// \param pixelsPerPoint  what widths of lines are multiplied by; the model's own are a point wide
     void update(DisplayOptions const& options, Vector3 const& up, double pixelsPerPoint);
 
     [[nodiscard]] MaterialEdits& materials() { return materials_; }
@@ -48,6 +48,7 @@ private:
         bool influences = false;
         std::size_t bone = 0;
         int edits = 0;
+        double lineWidth = 0.0; ///< pixels
 
         bool operator==(Dress const&) const = default;
     };

@@ -1,5 +1,7 @@
 #include "Viewer/Window/Controls.h"
 
+#include "Viewer/Window/DisplaySwitches.h"
+
 #include <SDL2/SDL_mouse.h>
 
 #include <algorithm>
@@ -30,21 +32,6 @@ Color nextBackground(Color const& current)
     bool const isLast = found == backgrounds.end() || found + 1 == backgrounds.end();
     return isLast ? backgrounds.front() : *(found + 1);
 }
-
-struct Toggle {
-    Action action;
-    bool DisplayOptions::*option;
-};
-
-constexpr std::array<Toggle, 7> toggles{{
-    {Action::wireframe, &DisplayOptions::wireframe},
-    {Action::unlit, &DisplayOptions::unlit},
-    {Action::normals, &DisplayOptions::normals},
-    {Action::skeleton, &DisplayOptions::skeleton},
-    {Action::axes, &DisplayOptions::axes},
-    {Action::influences, &DisplayOptions::influences},
-    {Action::grid, &DisplayOptions::grid},
-}};
 
 struct ViewKey {
     Action action;
@@ -178,9 +165,9 @@ bool Controls::performOnAnimation(Action action)
 
 bool Controls::performOnDisplay(Action action)
 {
-    auto const* const toggle = std::ranges::find(toggles, action, &Toggle::action);
-    if (toggle != toggles.end()) {
-        bool& option = session_.display.*(toggle->option);
+    auto const* const found = std::ranges::find(displaySwitches, action, &DisplaySwitch::action);
+    if (found != displaySwitches.end()) {
+        bool& option = session_.display.*(found->option);
         option = !option;
         return true;
     }

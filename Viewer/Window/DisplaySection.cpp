@@ -1,31 +1,13 @@
 #include "Viewer/Window/DisplaySection.h"
 
-#include "Viewer/Window/Keys.h"
+#include "Viewer/Window/DisplaySwitches.h"
 #include "Viewer/Window/Session.h"
 
 #include <imgui.h>
 
-#include <array>
-
 namespace sgview {
 
 namespace {
-
-struct Switch {
-    char const* text;
-    bool DisplayOptions::*option;
-    Action action;
-};
-
-constexpr std::array<Switch, 7> switches{{
-    {"wireframe", &DisplayOptions::wireframe, Action::wireframe},
-    {"unlit", &DisplayOptions::unlit, Action::unlit},
-    {"normals", &DisplayOptions::normals, Action::normals},
-    {"skeleton", &DisplayOptions::skeleton, Action::skeleton},
-    {"axes", &DisplayOptions::axes, Action::axes},
-    {"grid", &DisplayOptions::grid, Action::grid},
-    {"influence map", &DisplayOptions::influences, Action::influences},
-}};
 
 /// A bone without a name goes by its node's number.
 std::string nameOf(InfluenceMap::Bone const& bone)
@@ -58,8 +40,8 @@ void buildBoneChoice(InfluenceMap& map)
 void DisplaySection::build(Session& session)
 {
     constexpr float secondColumn = 160.0F;
-    for (std::size_t i = 0; i < switches.size(); ++i) {
-        Switch const& one = switches[i];
+    for (std::size_t i = 0; i < displaySwitches.size(); ++i) {
+        DisplaySwitch const& one = displaySwitches[i];
         if (i % 2 == 1)
             ImGui::SameLine(secondColumn);
         ImGui::Checkbox(one.text, &(session.display.*one.option));

@@ -1,28 +1,12 @@
 #include "Viewer/Window/Document.h"
 
+#include "Viewer/Import/ImportError.h"
+
 #include <exception>
 #include <new>
 #include <utility>
 
 namespace sgview {
-
-ModelCounts countsOf(Model const& model)
-{
-    ModelCounts counts;
-    counts.nodes = model.nodes.size();
-    counts.surfaces = model.surfaces.size();
-    counts.curves = model.curves.size();
-    counts.pictures = model.images.size();
-    for (ModelSurface const& surface : model.surfaces) {
-        counts.vertices += surface.positions.size();
-        counts.triangles += surface.facets.size() / 3;
-    }
-    for (ModelCurve const& curve : model.curves)
-        counts.vertices += curve.positions.size();
-    for (ModelSkin const& skin : model.skins)
-        counts.bones += skin.bones.size();
-    return counts;
-}
 
 Document::Document(ImportOptions import, SceneOptions scene)
     : import_(std::move(import)), options_(std::move(scene))
@@ -74,6 +58,9 @@ DocumentNews Document::finish()
         scene_ = std::move(scene);
         counts_ = counts;
         ++generation_;
+    } catch (ImportError const& error) {
+        failure_ = error.what();
+        return error.failure() == ImportFailure::cancelled ? DocumentNews::cancelled : DocumentNews::failed;
     } catch (std::bad_alloc const&) {
         failure_ = load->file().string() + ": out of memory";
         return DocumentNews::failed;

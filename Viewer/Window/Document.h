@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Viewer/Import/ModelCounts.h"
 #include "Viewer/Overlay/SceneAppearance.h"
 #include "Viewer/Scene/Bounds.h"
 #include "Viewer/Scene/ModelScene.h"
@@ -16,20 +17,10 @@ namespace sgview {
 /// What comes out of a look at a document.
 enum class DocumentNews {
     nothing,
-    opened,   ///< another model is there
-    reloaded, ///< the same file's new content is there
-    failed,   ///< what was there stays; `failure` says why
-};
-
-/// What counts in a model.
-struct ModelCounts {
-    std::size_t nodes = 0;
-    std::size_t surfaces = 0;
-    std::size_t curves = 0;
-    std::size_t vertices = 0;
-    std::size_t triangles = 0;
-    std::size_t bones = 0;
-    std::size_t pictures = 0;
+    opened,    ///< another model is there
+    reloaded,  ///< the same file's new content is there
+    failed,    ///< what was there stays; `failure` says why
+    cancelled, ///< what was there stays, as was asked for
 };
 
 /// The model that a window shows: loaded in the background, read again when its file changes. What was shown
@@ -91,8 +82,5 @@ private:
     std::string failure_;
     int generation_ = 0;
 };
-
-/// \param model  as imported, with its arrays
-[[nodiscard]] ModelCounts countsOf(Model const& model);
 
 } // namespace sgview

@@ -37,11 +37,32 @@ private:
     GLuint pixels_ = 0;
 };
 
+void makeOpaque(Picture& picture)
+{
+    constexpr std::size_t alpha = 3;
+    for (std::size_t i = alpha; i < picture.pixels.size(); i += 4)
+        picture.pixels[i] = 255;
+}
+
 bool hasSeveralSamples()
 {
     GLint samples = 0;
     glGetIntegerv(GL_SAMPLES, &samples);
     return samples > 1 && epoxy_has_gl_extension("GL_ARB_framebuffer_object");
+}
+
+void read(SGRenderer& renderer, quarl::Rect<int> const& area, Picture& picture)
+{
+    if (!hasSeveralSamples()) {
+        renderer.readPixels(area.x, area.y, area.width, area.height, SGRenderer::RGBA, picture.pixels.data());
+        return;
+    }
+    // Not every driver mixes the samples of a window's pixels when they are read.
+    PlainDrawable const plain(area.width, area.height);
+    glBlitFramebuffer(area.x, area.y, area.x + area.width, area.y + area.height, 0, 0, area.width,
+                      area.height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
+    plain.readFromNowOn();
+    renderer.readPixels(0, 0, area.width, area.height, SGRenderer::RGBA, picture.pixels.data());
 }
 
 } // namespace
@@ -50,16 +71,8 @@ Picture readFrame(SGRenderer& renderer, quarl::Rect<int> const& area)
 {
     setHostState();
     Picture picture({area.width, area.height});
-    if (!hasSeveralSamples()) {
-        renderer.readPixels(area.x, area.y, area.width, area.height, SGRenderer::RGBA, picture.pixels.data());
-        return picture;
-    }
-    // Not every driver mixes the samples of a window's pixels when they are read.
-    PlainDrawable const plain(area.width, area.height);
-    glBlitFramebuffer(area.x, area.y, area.x + area.width, area.y + area.height, 0, 0, area.width,
-                      area.height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
-    plain.readFromNowOn();
-    renderer.readPixels(0, 0, area.width, area.height, SGRenderer::RGBA, picture.pixels.data());
+    read(renderer, area, picture);
+    makeOpaque(picture);
     return picture;
 }
 

@@ -1,6 +1,7 @@
 #include "Viewer/Window/Hud.h"
 
 #include "Viewer/Window/Keys.h"
+#include "Viewer/Window/OverlayBox.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,16 +13,6 @@ namespace {
 
 constexpr float margin = 12.0F;
 constexpr float rowHeight = 52.0F;
-constexpr ImGuiWindowFlags plainWindow =
-    ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoSavedSettings |
-    ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoFocusOnAppearing | ImGuiWindowFlags_NoNav;
-
-/// A window without frame at a place; `pivot` tells which of its own points goes there.
-void beginBox(char const* name, ImVec2 place, ImVec2 pivot)
-{
-    ImGui::SetNextWindowPos(place, ImGuiCond_Always, pivot);
-    ImGui::Begin(name, nullptr, plainWindow);
-}
 
 void hint(Action action)
 {
@@ -46,7 +37,7 @@ void buildStatus(Session const& session)
         line += "   orthographic";
     if (session.camera.up() != OrbitCamera::Up::y)
         line += session.camera.up() == OrbitCamera::Up::z ? "   z is up" : "   x is up";
-    beginBox("status", {margin, margin}, {0.0F, 0.0F});
+    beginOverlayBox("status", {margin, margin}, {0.0F, 0.0F});
     ImGui::TextUnformatted(line.c_str());
     ImGui::SameLine(0.0F, 24.0F);
     ImGui::TextDisabled("%s: keys", keyFor(Action::help).c_str());
@@ -95,7 +86,7 @@ void buildSpeed(Playback& playback)
     char label[16];
     std::snprintf(label, sizeof label, "%.3gx", playback.speed());
     ImGui::SetNextItemWidth(80.0F);
-    if (ImGui::BeginCombo("##speed", label)) {
+    if (ImGui::BeginCombo("##speed", label, ImGuiComboFlags_HeightLarge)) {
         for (double speed = Playback::slowest; speed <= Playback::fastest; speed *= 2.0) {
             std::snprintf(label, sizeof label, "%.3gx", speed);
             if (ImGui::Selectable(label, speed == playback.speed()))
@@ -109,9 +100,7 @@ void buildSpeed(Playback& playback)
 void buildPlayback(Session& session, ImVec2 area)
 {
     Playback& playback = session.playback;
-    ImGui::SetNextWindowSize({std::max(area.x - 2.0F * margin, 1.0F), 0.0F});
-    ImGui::SetNextWindowPos({margin, area.y - margin}, ImGuiCond_Always, {0.0F, 1.0F});
-    ImGui::Begin("playback", nullptr, plainWindow & ~ImGuiWindowFlags_AlwaysAutoResize);
+    beginOverlayBar("playback", {margin, area.y - margin}, std::max(area.x - 2.0F * margin, 1.0F));
     if (ImGui::Button(playback.isPlaying() ? "Pause" : "Play", {64.0F, 0.0F}))
         playback.playOrPause(std::chrono::steady_clock::now());
     hint(Action::playOrPause);
@@ -134,7 +123,7 @@ void buildNotices(Notices const& notices, ImVec2 area, float bottom)
     if (notices.all().empty())
         return;
     ImGui::SetNextWindowSizeConstraints({0.0F, 0.0F}, {std::max(area.x - 2.0F * margin, 1.0F), area.y});
-    beginBox("notices", {margin, bottom}, {0.0F, 1.0F});
+    beginOverlayBox("notices", {margin, bottom}, {0.0F, 1.0F});
     ImGui::PushTextWrapPos(std::max(area.x - 4.0F * margin, 1.0F));
     for (Notices::Notice const& notice : notices.all())
         ImGui::TextUnformatted((notice.isError ? "Error: " + notice.text : notice.text).c_str());
@@ -165,7 +154,7 @@ void buildLoading(Session& session, ImVec2 area)
     constexpr double unnoticed = 0.15; // seconds: what is shorter would only flicker
     if (load.elapsed().count() < unnoticed)
         return;
-    beginBox("loading", {area.x / 2.0F, area.y / 2.0F}, {0.5F, 0.5F});
+    beginOverlayBox("loading", {area.x / 2.0F, area.y / 2.0F}, {0.5F, 0.5F});
     ImGui::Text("Loading %s", shortName(load.file()).c_str());
     buildProgressBar(load);
     if (load.received() == 0)
@@ -180,7 +169,7 @@ void buildLoading(Session& session, ImVec2 area)
 
 void buildWelcome(ImVec2 area)
 {
-    beginBox("welcome", {area.x / 2.0F, area.y / 2.0F}, {0.5F, 0.5F});
+    beginOverlayBox("welcome", {area.x / 2.0F, area.y / 2.0F}, {0.5F, 0.5F});
     ImGui::TextUnformatted("Drop a model here");
     ImGui::TextDisabled("glTF 2, Collada, FBX, OBJ, X, 3DS, STL, PLY, ...");
     ImGui::TextDisabled("%s: keys", keyFor(Action::help).c_str());

@@ -2,6 +2,7 @@
 
 #include "Viewer/Overlay/InfluenceRamp.h"
 #include "Viewer/Overlay/Projection.h"
+#include "Viewer/Window/OverlayBox.h"
 
 #include <cstdio>
 
@@ -86,14 +87,6 @@ void buildInfluences(InfluenceMap const& map)
 
 } // namespace
 
-void beginOverlayBox(char const* name)
-{
-    ImGui::Begin(name, nullptr,
-                 ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoSavedSettings |
-                     ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoFocusOnAppearing |
-                     ImGuiWindowFlags_NoNav);
-}
-
 void buildOverlayLabels(Session const& session, CameraBase const& camera, ImVec2 corner)
 {
     ImDrawList& list = *ImGui::GetBackgroundDrawList();
@@ -115,8 +108,7 @@ void buildOverlayLegend(Session& session, ImVec2 corner)
     std::vector<std::string> const lines = appearance.legend();
     if (lines.empty() && !session.display.influences)
         return;
-    ImGui::SetNextWindowPos(corner, ImGuiCond_Always, {1.0F, 0.0F});
-    beginOverlayBox("legend");
+    beginOverlayBox("legend", corner, {1.0F, 0.0F});
     for (std::string const& line : lines)
         ImGui::TextUnformatted(line.c_str());
     if (session.display.influences)

@@ -8,9 +8,6 @@ namespace sgview {
 
 // Texts over the scene, built with Dear ImGui.
 
-/// A small window without frame, as wide and high as what is in it, where ImGui::SetNextWindowPos says.
-void beginOverlayBox(char const* name);
-
 /// The overlays' labels at their places.
 /// \param camera  that the scene was drawn by
 /// \param corner  upper left one of the picture, points

@@ -45,10 +45,13 @@ bool Session::update(Playback::Time now)
     case DocumentNews::reloaded:
         notices.clear();
         notices.tell("read again: " + document.file().filename().string());
-        choose(playback.animation());
+        goOn();
         break;
     case DocumentNews::failed:
         notices.warn(document.failure());
+        break;
+    case DocumentNews::cancelled:
+        notices.tell(document.failure());
         break;
     case DocumentNews::nothing:
         break;
@@ -84,6 +87,13 @@ void Session::welcome(Playback::Time now)
     camera.reset(points());
     if (asked)
         playback.play(now);
+}
+
+void Session::goOn()
+{
+    double const moment = playback.position();
+    choose(playback.animation());
+    scrub(moment);
 }
 
 Index Session::askedAnimation()

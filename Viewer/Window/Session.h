@@ -75,6 +75,9 @@ public:
 
 private:
     void welcome(Playback::Time now);
+
+    /// Shows the same moment of what has been read again.
+    void goOn();
     void pose();
     bool updateMeasurement();
     [[nodiscard]] Index askedAnimation();

@@ -2,6 +2,7 @@
 
 #include "Viewer/Platform/HostState.h"
 #include "Viewer/Platform/TechniqueChoice.h"
+#include "Viewer/Window/OverlayBox.h"
 #include "Viewer/Window/OverlayTexts.h"
 #include "Viewer/Window/PictureBlit.h"
 #include "Viewer/Window/ScenePainter.h"
@@ -129,6 +130,8 @@ void SplitView::build(Session& session, ImVec2 area)
 void SplitView::buildChoice(Session const& session, std::size_t side)
 {
     Side& shown = sides_[side];
+    constexpr float widthOfTimes = 250.0F; // from frame to frame, so that none is cut off
+    ImGui::SetNextWindowSizeConstraints({widthOfTimes, 0.0F}, ImGui::GetIO().DisplaySize);
     beginOverlayBox(side == 0 ? "left technique" : "right technique");
     ImGui::SetNextItemWidth(150.0F);
     if (ImGui::BeginCombo(side == 0 ? "left" : "right", std::string(nameOf(shown.technique)).c_str())) {

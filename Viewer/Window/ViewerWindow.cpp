@@ -22,10 +22,13 @@ bool isButton(SDL_Event const& event)
     return event.type == SDL_MOUSEBUTTONDOWN || event.type == SDL_MOUSEBUTTONUP;
 }
 
-bool isButtonNext()
+/// What comes next, taken or left where it is; nothing where nothing has come yet.
+std::optional<SDL_Event> nextEvent(SDL_eventaction action)
 {
+    SDL_PumpEvents();
     SDL_Event next;
-    return SDL_PeepEvents(&next, 1, SDL_PEEKEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1 && isButton(next);
+    bool const hasCome = SDL_PeepEvents(&next, 1, action, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1;
+    return hasCome ? std::optional(next) : std::nullopt;
 }
 
 } // namespace
@@ -48,7 +51,7 @@ void ViewerWindow::run()
         handleEvents();
         if (session_.update(std::chrono::steady_clock::now()))
             framesWanted_ = framesToSettle;
-        if (framesWanted_ == 0 && !session_.document.load())
+        if (!isFrameDue())
             continue;
         Time const start = std::chrono::steady_clock::now();
         nextFrame_ = start + std::chrono::duration_cast<Time::duration>(context_.refreshInterval());
@@ -58,23 +61,33 @@ void ViewerWindow::run()
     }
 }
 
+bool ViewerWindow::isFrameDue() const
+{
+    return context_.isShown() && (framesWanted_ > 0 || session_.document.load());
+}
+
 std::chrono::milliseconds ViewerWindow::patience(Time now) const
 {
     using std::chrono::milliseconds;
-    bool const isBusy = framesWanted_ > 0 || session_.playback.isPlaying() || session_.document.load();
-    if (!isBusy)
+    if (!isFrameDue())
         return FileWatch::interval;
     return std::max(std::chrono::ceil<milliseconds>(nextFrame_ - now), milliseconds(0));
 }
 
 void ViewerWindow::handleEvents()
 {
-    SDL_Event event;
     auto const wait = static_cast<int>(patience(std::chrono::steady_clock::now()).count());
-    for (int any = SDL_WaitEventTimeout(&event, wait); any; any = SDL_PollEvent(&event)) {
-        handle(event);
-        if (isButton(event) || (event.type == SDL_MOUSEMOTION && isButtonNext()))
+    SDL_WaitEventTimeout(nullptr, wait);
+    bool hasMoved = false;
+    while (std::optional<SDL_Event> const next = nextEvent(SDL_PEEKEVENT)) {
+        // Whom a button is meant for is known a frame after the pointer has come to its place.
+        if (hasMoved && isButton(*next))
             break;
+        std::optional<SDL_Event> const event = nextEvent(SDL_GETEVENT);
+        handle(*event);
+        if (isButton(*event))
+            break;
+        hasMoved = hasMoved || event->type == SDL_MOUSEMOTION;
     }
 }
 

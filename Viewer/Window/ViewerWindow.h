@@ -41,6 +41,7 @@ private:
     void buildOverlays(ImVec2 area);
     void arrange();
     void keepPicture(bool withPanel);
+    [[nodiscard]] bool isFrameDue() const;
     [[nodiscard]] std::chrono::milliseconds patience(Time now) const;
     void updateTitle();
 

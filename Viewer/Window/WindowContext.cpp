@@ -28,6 +28,36 @@ bool isSet(char const* variable)
     return value && *value != '\0';
 }
 
+/// While this lives, an error that the X server reports does not end the process, as Xlib would have it: that
+/// a context cannot be made is an answer.
+class XErrorsOutlived {
+public:
+    XErrorsOutlived() : library_(SDL_LoadObject("libX11.so.6"))
+    {
+        if (library_)
+            setHandler_ = reinterpret_cast<SetHandler>(SDL_LoadFunction(library_, "XSetErrorHandler"));
+        if (setHandler_)
+            previous_ = setHandler_([](void*, void*) { return 0; });
+    }
+    XErrorsOutlived(XErrorsOutlived const&) = delete;
+    XErrorsOutlived& operator=(XErrorsOutlived const&) = delete;
+    ~XErrorsOutlived()
+    {
+        if (setHandler_)
+            setHandler_(previous_);
+        if (library_)
+            SDL_UnloadObject(library_);
+    }
+
+private:
+    using Handler = int (*)(void* display, void* error);
+    using SetHandler = Handler (*)(Handler);
+
+    void* library_;
+    SetHandler setHandler_ = nullptr;
+    Handler previous_ = nullptr;
+};
+
 void askForFixedFunction(int samples)
 {
     SDL_GL_ResetAttributes();
@@ -90,6 +120,7 @@ WindowContext::~WindowContext()
 void WindowContext::open(char const* driver, PictureSize size)
 {
     constexpr int smooth = 4;
+    XErrorsOutlived const guard;
     driver_ = std::make_unique<VideoDriver>(driver);
     if (openWith(smooth, size) || openWith(0, size))
         return;
@@ -128,6 +159,11 @@ PictureSize WindowContext::pixels() const
 double WindowContext::pixelsPerPoint() const
 {
     return static_cast<double>(pixels().width) / points().width;
+}
+
+bool WindowContext::isShown() const
+{
+    return (SDL_GetWindowFlags(window_.get()) & (SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN)) == 0;
 }
 
 std::chrono::duration<double> WindowContext::refreshInterval() const

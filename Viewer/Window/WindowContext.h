@@ -30,6 +30,9 @@ public:
     [[nodiscard]] PictureSize pixels() const;
     [[nodiscard]] double pixelsPerPoint() const;
 
+    /// Whether there is anything to be seen of it: neither minimised nor hidden.
+    [[nodiscard]] bool isShown() const;
+
     /// From one refresh of the screen to the next.
     [[nodiscard]] std::chrono::duration<double> refreshInterval() const;
 

@@ -125,6 +125,15 @@ TEST_F(SceneAppearanceTest, DrawsEdgesOrWithoutLights)
     EXPECT_EQ(content.surfaces[0].node->material.ambient, (Color{0.2F, 0.4F, 0.6F, 1.0F}));
 }
 
+TEST_F(SceneAppearanceTest, LinesOfTheModelAreAsWideOnDenseScreens)
+{
+    for (double const ratio : {1.0, 2.0, 1.5}) {
+        appearance.update(options, up, ratio);
+        for (auto const& surface : contentOf(scene.root()).surfaces)
+            EXPECT_EQ(surface.node->lineWidth, ratio);
+    }
+}
+
 TEST_F(SceneAppearanceTest, TheSkeletonFollowsThePose)
 {
     Model model = makeLimb();
