@@ -11,7 +11,7 @@ public:
     Transform() = default;
 
     Transform(Matrix3 const& rotation, Vector3 const& translation, double scale)
-        : rotation_(rotation), translation_(translation), scale_(scale)
+        : scale_(scale), translation_(translation), rotation_(rotation)
     {
     }
 
@@ -30,13 +30,16 @@ public:
     bool operator==(Transform const&) const = default;
 
 private:
-    Matrix3 rotation_;
+    double scale_ = 1.0; // first: walks that look at nothing else of a node find it near its head
     Vector3 translation_;
-    double scale_ = 1.0;
+    Matrix3 rotation_;
 };
 
 /// The product that applies `b` first.
 [[nodiscard]] Transform operator*(Transform const& a, Transform const& b);
+
+/// The product with b's matrix, in half the steps.
+[[nodiscard]] Matrix operator*(Matrix const& a, Transform const& b);
 
 /// Undoes `a`; expects a rotation that is orthonormal and a scale that is not 0.
 [[nodiscard]] Transform inverse(Transform const& a);

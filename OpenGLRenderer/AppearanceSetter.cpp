@@ -62,7 +62,7 @@ void setSampling(bool clamp)
 
 void setTexture(SGTextureLayer const& layer, int unit)
 {
-    auto const texture = getExtraData<TextureUploadData>(*layer.texture, ExtraDataKeys::texture);
+    auto const* const texture = findExtraData<TextureUploadData>(*layer.texture, ExtraDataKeys::texture);
     if (!texture)
         return;
     if (usesMultitexturing())

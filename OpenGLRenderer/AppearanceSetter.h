@@ -17,4 +17,5 @@ public:
     void leave(SGCurveGeometryReferenceNode* node) override;
     void enter(SGSurfaceGeometryReferenceNode* node) override;
     void leave(SGSurfaceGeometryReferenceNode* node) override;
+    [[nodiscard]] SGVisitorInterest interest() const override { return VisitorInterest::of(*this); }
 };

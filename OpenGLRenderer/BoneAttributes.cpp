@@ -18,9 +18,9 @@ void pointAtBuffer(GLuint attribute, GLuint buffer)
     point(attribute, nullptr);
 }
 
-void pointAtArray(GLuint attribute, SGObject const& shared, std::string const& key)
+void pointAtArray(GLuint attribute, SGObject const& shared, SGExtraDataKey key)
 {
-    point(attribute, getExtraData<FloatData<float>>(shared, key)->values.data());
+    point(attribute, findExtraData<FloatData<float>>(shared, key)->values.data());
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "Maths/UVector3.h"
 #include "OpenGLRenderer/ExtraDataKeys.h"
-#include "OpenGLRenderer/ViewMatrixData.h"
 #include "SceneGraph/SGCameraNode.h"
 #include "SceneGraph/SGCurveGeometryReferenceNode.h"
 #include "SceneGraph/SGLightsNode.h"
@@ -18,7 +17,11 @@ namespace {
 void load(GLenum mode, Matrix const& matrix)
 {
     glMatrixMode(mode);
-    glLoadMatrixd(transpose(matrix).data());
+    GLdouble columns[16];
+    for (int row = 0; row < 4; ++row)
+        for (int column = 0; column < 4; ++column)
+            columns[4 * column + row] = matrix(row, column);
+    glLoadMatrixd(columns);
 }
 
 void setEnabled(GLenum capability, bool on)
@@ -106,6 +109,15 @@ void CameraLightsTransformVisitor::popLighting()
     setEnabled(GL_LIGHTING, lightingStack.back());
 }
 
+void CameraLightsTransformVisitor::attachViewMatrix(SGSurfaceGeometryReferenceNode& node)
+{
+    if (viewMatrix && viewMatrix->referenceCount() == 1)
+        viewMatrix->matrix = modelViewStack.back();
+    else
+        viewMatrix = make_smart<ViewMatrixData>(modelViewStack.back());
+    node.setExtraData(ExtraDataKeys::viewMatrix, viewMatrix);
+}
+
 void CameraLightsTransformVisitor::enter(SGRootNode*)
 {
     glMatrixMode(GL_TEXTURE);
@@ -154,7 +166,7 @@ void CameraLightsTransformVisitor::leave(SGCameraNode*)
 
 void CameraLightsTransformVisitor::enter(SGTransformNode* node)
 {
-    modelViewStack.push_back(modelViewStack.back() * node->transform.getMatrix());
+    modelViewStack.push_back(modelViewStack.back() * node->transform);
     modelViewDirty = true;
 }
 
@@ -209,9 +221,9 @@ void CameraLightsTransformVisitor::enter(SGGeometryNode*)
 
 void CameraLightsTransformVisitor::enter(SGSurfaceGeometryReferenceNode* node)
 {
-    SGNodeVisitor::enter(node);
+    enter(static_cast<SGGeometryNode*>(node)); // where the default ends, in one step
     if (node->getBoneWeights() && node->getBoneTransforms())
-        node->setExtraData(ExtraDataKeys::viewMatrix, make_smart<ViewMatrixData>(modelViewStack.back()));
+        attachViewMatrix(*node);
     if (node->unlit) {
         lightingStack.push_back(false);
         glDisable(GL_LIGHTING);
@@ -220,7 +232,8 @@ void CameraLightsTransformVisitor::enter(SGSurfaceGeometryReferenceNode* node)
 
 void CameraLightsTransformVisitor::leave(SGSurfaceGeometryReferenceNode* node)
 {
-    node->setExtraData(ExtraDataKeys::viewMatrix, nullptr);
+    if (node->mayHaveExtraData())
+        node->setExtraData(ExtraDataKeys::viewMatrix, nullptr);
     if (node->unlit)
         popLighting();
 }

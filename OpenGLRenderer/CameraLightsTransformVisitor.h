@@ -2,6 +2,7 @@
 
 #include "Maths/Matrix.h"
 #include "Maths/Rect.h"
+#include "OpenGLRenderer/ViewMatrixData.h"
 #include "SceneGraph/SGNodeVisitor.h"
 
 #include <vector>
@@ -35,12 +36,14 @@ public:
     void leave(SGSurfaceGeometryReferenceNode* node) override;
     void enter(SGCurveGeometryReferenceNode* node) override;
     void leave(SGCurveGeometryReferenceNode* node) override;
+    [[nodiscard]] SGVisitorInterest interest() const override { return VisitorInterest::of(*this); }
 
 private:
     void setStackMatrices();
     void setStackZState() const;
     void setStackViewport() const;
     void popLighting();
+    void attachViewMatrix(SGSurfaceGeometryReferenceNode& node);
 
     std::vector<Matrix> projectionStack;
     std::vector<Matrix> modelViewStack;
@@ -49,4 +52,5 @@ private:
     bool projectionDirty = true; ///< the top differs from what OpenGL holds
     bool modelViewDirty = true;
     std::vector<ZState> zStateStack;
+    smart_ptr<ViewMatrixData> viewMatrix; ///< the last surface's, for the next where nobody has kept it
 };

@@ -43,6 +43,12 @@ smart_ptr<Floats> uvOf(std::vector<Vector3> const& coordinates)
 
 } // namespace
 
+void ConverterToFloats::addConditions(SceneSurvey::Conditions& conditions) const
+{
+    conditions.floats = true;
+    conditions.boneFloats = conditions.boneFloats || useProgramSkinning_;
+}
+
 void ConverterToFloats::enter(SGCurveGeometryReferenceNode* node)
 {
     addTo(node->getGeometry());
@@ -58,27 +64,27 @@ void ConverterToFloats::enter(SGSurfaceGeometryReferenceNode* node)
         addTo(layer.coordinates);
 }
 
-void ConverterToFloats::addTo(smart_ptr<SharedGeometry> shared)
+void ConverterToFloats::addTo(smart_ptr<SharedGeometry> const& shared)
 {
-    if (!getExtraData<Floats>(*shared, ExtraDataKeys::floats))
+    if (!findExtraData<Floats>(*shared, ExtraDataKeys::floats))
         shared->setExtraData(ExtraDataKeys::floats, xyzOf(shared->get()->vertices));
 }
 
-void ConverterToFloats::addTo(smart_ptr<SharedSurfaceGeometry> shared)
+void ConverterToFloats::addTo(smart_ptr<SharedSurfaceGeometry> const& shared)
 {
-    if (!getExtraData<Floats>(*shared, ExtraDataKeys::floats))
+    if (!findExtraData<Floats>(*shared, ExtraDataKeys::floats))
         shared->setExtraData(ExtraDataKeys::floats, xyzOf(shared->get()->normals));
 }
 
-void ConverterToFloats::addTo(smart_ptr<SharedTextureCoords> shared)
+void ConverterToFloats::addTo(smart_ptr<SharedTextureCoords> const& shared)
 {
-    if (!getExtraData<Floats>(*shared, ExtraDataKeys::floats))
+    if (!findExtraData<Floats>(*shared, ExtraDataKeys::floats))
         shared->setExtraData(ExtraDataKeys::floats, uvOf(shared->get()->coordinates));
 }
 
-void ConverterToFloats::addTo(smart_ptr<SharedBoneWeights> shared)
+void ConverterToFloats::addTo(smart_ptr<SharedBoneWeights> const& shared)
 {
-    if (getExtraData<Floats>(*shared, ExtraDataKeys::floatsWeights))
+    if (findExtraData<Floats>(*shared, ExtraDataKeys::floatsWeights))
         return;
     BoneWeightsData const& data = *shared->get();
     auto const weights = make_smart<Floats>();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include "SceneGraph/SGExtraDataKey.h"
 
 /// The keys under which passes hang their records. Every one starts with `prefix`, so that unloading finds
 /// them all.
@@ -8,21 +8,23 @@ namespace ExtraDataKeys {
 
 inline constexpr char const* prefix = "GL";
 
-inline std::string const colorizerDatabase = "GLColorizerDatabase";
-inline std::string const floats = "GLfloats";
-inline std::string const floatsIndices = "GLfloatsIndices";
-inline std::string const floatsWeights = "GLfloatsWeights";
-inline std::string const noVBO = "GLNoVBO";
-inline std::string const texture = "GLTexture";
-inline std::string const triangleFlipperDatabase = "GLTriangleFlipperDatabase";
-inline std::string const unanimatedData = "GLUnanimatedData";
-inline std::string const uncolorizedTextureData = "GLUncolorizedTextureData";
-inline std::string const unflippedTriangleData = "GLUnflippedTriangleData";
-inline std::string const vbo = "GLVBO";
-inline std::string const vboBoneIndices = "GLVBOBoneIndices";
-inline std::string const vboBoneWeights = "GLVBOBoneWeights";
-inline std::string const vertexProgramData = "GLVertexProgramData";
-inline std::string const vertexShaderData = "GLVertexShaderData";
-inline std::string const viewMatrix = "GLViewMatrix";
+inline SGExtraDataKey const colorizerDatabase("GLColorizerDatabase");
+inline SGExtraDataKey const floats("GLfloats");
+inline SGExtraDataKey const floatsIndices("GLfloatsIndices");
+inline SGExtraDataKey const floatsWeights("GLfloatsWeights");
+inline SGExtraDataKey const noVBO("GLNoVBO");
+inline SGExtraDataKey const skinnedSurface("GLSkinnedSurface");
+inline SGExtraDataKey const skinningPlans("GLSkinningPlans");
+inline SGExtraDataKey const texture("GLTexture");
+inline SGExtraDataKey const triangleFlipperDatabase("GLTriangleFlipperDatabase");
+inline SGExtraDataKey const unanimatedData("GLUnanimatedData");
+inline SGExtraDataKey const uncolorizedTextureData("GLUncolorizedTextureData");
+inline SGExtraDataKey const unflippedTriangleData("GLUnflippedTriangleData");
+inline SGExtraDataKey const vbo("GLVBO");
+inline SGExtraDataKey const vboBoneIndices("GLVBOBoneIndices");
+inline SGExtraDataKey const vboBoneWeights("GLVBOBoneWeights");
+inline SGExtraDataKey const vertexProgramData("GLVertexProgramData");
+inline SGExtraDataKey const vertexShaderData("GLVertexShaderData");
+inline SGExtraDataKey const viewMatrix("GLViewMatrix");
 
 } // namespace ExtraDataKeys

@@ -18,7 +18,7 @@ constexpr std::size_t quadCorners = 4;
 
 float const* floatsOf(SGObject const& object)
 {
-    return getExtraData<FloatData<float>>(object, ExtraDataKeys::floats)->values.data();
+    return findExtraData<FloatData<float>>(object, ExtraDataKeys::floats)->values.data();
 }
 
 void selectClientUnit(int unit)

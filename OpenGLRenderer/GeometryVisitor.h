@@ -11,4 +11,5 @@ public:
     void enter(SGQuadNode* node) override;
     void enter(SGCurveGeometryReferenceNode* node) override;
     void enter(SGSurfaceGeometryReferenceNode* node) override;
+    [[nodiscard]] SGVisitorInterest interest() const override { return VisitorInterest::of(*this); }
 };

@@ -3,67 +3,92 @@
 #include "OpenGLRenderer/ExtraData.h"
 #include "OpenGLRenderer/ExtraDataKeys.h"
 #include "OpenGLRenderer/NoVBOTag.h"
+#include "OpenGLRenderer/SkinnedSurface.h"
 #include "OpenGLRenderer/Skinning.h"
+#include "OpenGLRenderer/SkinningKernels.h"
+#include "OpenGLRenderer/SkinningPlans.h"
 
 namespace {
 
-void skinVertex(Vector3& position, UVector3& normal, std::span<BoneInfluence const> influences,
-                BoneTransform const* pose)
+void putBack(SGSurfaceGeometryReferenceNode& node)
 {
-    Vector3 tangentA;
-    Vector3 tangentB;
-    getBasis(normal, tangentA, tangentB);
-    Vector3 positionSum;
-    Vector3 tangentSumA;
-    Vector3 tangentSumB;
-    for (BoneInfluence const& influence : influences) {
-        BoneTransform const& bone = pose[influence.bone];
-        positionSum += influence.weight * bone.transform(position);
-        tangentSumA += influence.weight * bone.rotate(tangentA);
-        tangentSumB += influence.weight * bone.rotate(tangentB);
-    }
-    position = positionSum;
-    normal = UVector3(cross(tangentSumA, tangentSumB));
+    auto const rest = getExtraData<UnanimatedData>(node, ExtraDataKeys::unanimatedData);
+    if (!rest)
+        return;
+    node.setGeometry(std::move(rest->geometry));
+    node.setNormals(std::move(rest->normals));
+    rest->setParked(false);
+    node.setExtraData(ExtraDataKeys::unanimatedData, nullptr);
 }
 
-smart_ptr<SurfaceGeometryData const> skinned(GeometryData const& geometry, SurfaceGeometryData const& surface,
-                                             BoneWeightsData const& weights,
-                                             std::vector<BoneTransform> const& pose)
+/// Whether the surface is to be moved. It is at rest then, even after a frame that did not come to its end.
+bool isReady(SGSurfaceGeometryReferenceNode& node)
 {
+    if (!isSkinned(node))
+        return false;
+    putBack(node);
+    return true;
+}
+
+smart_ptr<SurfaceGeometryData const> skinned(SGSurfaceGeometryReferenceNode const& node)
+{
+    SkinningPlan const& plan = SkinningPlans::of(node);
     auto result = make_smart<SurfaceGeometryData>();
-    result->vertices = geometry.vertices;
-    result->normals = surface.normals;
-    for (std::size_t i = 0; i < result->vertices.size(); ++i) {
-        std::span<BoneInfluence const> const influences = weights.influences(i);
-        if (!influences.empty())
-            skinVertex(result->vertices[i], result->normals[i], influences, pose.data());
-    }
+    if (plan.vertexCount() == 0)
+        return result;
+    result->vertices.resize(plan.vertexCount());
+    result->normals.resize(plan.vertexCount());
+    plan.skin(bestSkinningKernel(), poseOf(node), &result->vertices.front().x, &result->normals.front().x);
     return result;
 }
 
+void swapIn(SGSurfaceGeometryReferenceNode& node, smart_ptr<UnanimatedData> rest,
+            smart_ptr<SharedGeometry> geometry, smart_ptr<SharedSurfaceGeometry> normals)
+{
+    rest->geometry = node.getGeometry();
+    rest->normals = node.getNormals();
+    rest->setParked(true);
+    node.setGeometry(std::move(geometry));
+    node.setNormals(std::move(normals));
+    node.setExtraData(ExtraDataKeys::unanimatedData, std::move(rest));
+    if (!findExtraData<NoVBOTag>(node, ExtraDataKeys::noVBO))
+        node.setExtraData(ExtraDataKeys::noVBO, make_smart<NoVBOTag>());
+}
+
+/// What the animator does in a frame, where the arrays that OpenGL takes are all that is asked of the
+/// deformed copy.
+class FrameAnimator : public SGNodeVisitor {
+public:
+    using SGNodeVisitor::enter;
+    void enter(SGSurfaceGeometryReferenceNode* node) override
+    {
+        if (!isReady(*node))
+            return;
+        smart_ptr<SkinnedSurface> const surface = SkinnedSurface::of(*node);
+        surface->fill(*node);
+        swapIn(*node, surface, surface->deformedGeometry(), surface->deformedNormals());
+    }
+};
+
 } // namespace
+
+void ManualAnimator::carryOut(SGRootNode& root, Findings findings)
+{
+    FrameAnimator animator;
+    show(animator, root, findings);
+}
 
 void ManualAnimator::enter(SGSurfaceGeometryReferenceNode* node)
 {
-    if (!isSkinned(*node))
+    if (!isReady(*node))
         return;
-    smart_ptr<SurfaceGeometryData const> const deformed =
-        skinned(*node->getGeometry()->get(), *node->getNormals()->get(), *node->getBoneWeights()->get(),
-                poseOf(*node));
-    auto rest = make_smart<UnanimatedData>(node->getGeometry(), node->getNormals());
+    smart_ptr<SurfaceGeometryData const> const deformed = skinned(*node);
     // New wrappers: no cache has seen them, so all that hangs on a wrapper is made for this frame.
-    node->setGeometry(make_smart<SharedGeometry>(deformed));
-    node->setNormals(make_smart<SharedSurfaceGeometry>(deformed));
-    node->setExtraData(ExtraDataKeys::unanimatedData, std::move(rest));
-    node->setExtraData(ExtraDataKeys::noVBO, make_smart<NoVBOTag>());
+    swapIn(*node, make_smart<UnanimatedData>(), make_smart<SharedGeometry>(deformed),
+           make_smart<SharedSurfaceGeometry>(deformed));
 }
 
 void ManualUnAnimator::enter(SGSurfaceGeometryReferenceNode* node)
 {
-    auto const rest = getExtraData<UnanimatedData>(*node, ExtraDataKeys::unanimatedData);
-    if (!rest)
-        return;
-    node->setGeometry(rest->geometry);
-    node->setNormals(rest->normals);
-    node->setExtraData(ExtraDataKeys::unanimatedData, nullptr);
+    putBack(*node);
 }

@@ -1,19 +1,13 @@
 #pragma once
 
-#include "SceneGraph/SGExtraData.h"
+#include "OpenGLRenderer/ParkedData.h"
+#include "OpenGLRenderer/SurveyedPass.h"
 #include "SceneGraph/SGNodeVisitor.h"
 #include "SceneGraph/SGSharedData.h"
 
-#include <utility>
-
 /// A skinned surface's rest pose, parked on its node while a deformed copy is drawn.
-class UnanimatedData : public SGExtraData {
+class UnanimatedData : public ParkedData<UnanimatedData> {
 public:
-    UnanimatedData(smart_ptr<SharedGeometry> geometry_, smart_ptr<SharedSurfaceGeometry> normals_)
-        : geometry(std::move(geometry_)), normals(std::move(normals_))
-    {
-    }
-
     smart_ptr<SharedGeometry> geometry;
     smart_ptr<SharedSurfaceGeometry> normals;
 };
@@ -23,15 +17,25 @@ public:
 ///
 /// Each vertex becomes the sum of its bones' images of it, by weight; weights are used as given. Normals are
 /// skinned through two tangents. A vertex without influences stays at rest.
-class ManualAnimator : public SGNodeVisitor {
+class ManualAnimator : public SGNodeVisitor, public SurveyedPass {
 public:
     using SGNodeVisitor::enter;
     void enter(SGSurfaceGeometryReferenceNode* node) override;
+    [[nodiscard]] SGVisitorInterest interest() const override { return VisitorInterest::of(*this); }
+
+    void addConditions(SceneSurvey::Conditions& conditions) const override { conditions.skin = true; }
+    void carryOut(SGRootNode& root, Findings findings) override;
 };
 
 /// Puts the rest pose back.
-class ManualUnAnimator : public SGNodeVisitor {
+class ManualUnAnimator : public SGNodeVisitor, public SurveyedPass {
 public:
     using SGNodeVisitor::enter;
     void enter(SGSurfaceGeometryReferenceNode* node) override;
+    [[nodiscard]] SGVisitorInterest interest() const override { return VisitorInterest::of(*this); }
+
+    void addConditions(SceneSurvey::Conditions&) const override {}
+    void carryOut(SGRootNode& root, Findings findings) override { show(*this, root, findings); }
+    [[nodiscard]] bool isUndo() const override { return true; }
+    [[nodiscard]] bool hasMoreToUndo() const override { return UnanimatedData::any(); }
 };

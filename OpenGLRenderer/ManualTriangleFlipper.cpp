@@ -4,14 +4,8 @@
 #include "OpenGLRenderer/ExtraDataKeys.h"
 #include "SceneGraph/SGRootNode.h"
 #include "SceneGraph/SGSurfaceGeometryReferenceNode.h"
-#include "SceneGraph/SGTransformNode.h"
 
 namespace {
-
-bool mirrors(SGTransformNode const& node)
-{
-    return !(node.transform.getScale() > 0.0); // so that NaN mirrors too
-}
 
 smart_ptr<SharedSurfaceGeometry> flip(SurfaceGeometryData const& surface)
 {
@@ -23,6 +17,22 @@ smart_ptr<SharedSurfaceGeometry> flip(SurfaceGeometryData const& surface)
 }
 
 } // namespace
+
+void ManualTriangleFlipper::addConditions(SceneSurvey::Conditions& conditions) const
+{
+    conditions.flip = true;
+    conditions.flipPosed = conditions.flipPosed || !skipAnimated_;
+}
+
+void ManualTriangleFlipper::carryOut(SGRootNode& root, Findings findings)
+{
+    root.acceptEnter(this);
+    for (SceneSurvey::Finding const& finding : findings) {
+        flipped = finding.mirrored;
+        finding.node->acceptEnter(this);
+    }
+    root.acceptLeave(this);
+}
 
 void ManualTriangleFlipper::enter(SGRootNode* node)
 {

@@ -4,6 +4,7 @@
 #include "OpenGLRenderer/GLString.h"
 #include "OpenGLRenderer/GraphicsDiagnostic.h"
 #include "OpenGLRenderer/PassName.h"
+#include "OpenGLRenderer/PassRunner.h"
 #include "OpenGLRenderer/Strategist.h"
 #include "Utilities/Log.h"
 #include "Utilities/Strings.h"
@@ -75,17 +76,11 @@ char const* errorMessage(GLenum code)
     }
 }
 
-void run(SGNodeVisitor& pass, SGRootNode& root)
-{
-    root.acceptEnter(&pass);
-    root.acceptLeave(&pass);
-}
-
-std::chrono::nanoseconds timeOf(SGNodeVisitor& pass, SGRootNode& root)
+std::chrono::nanoseconds timeOf(SGNodeVisitor& pass, PassRunner& runner)
 {
     glFinish();
     auto const start = std::chrono::steady_clock::now();
-    run(pass, root);
+    runner.run(pass);
     glFinish();
     return std::chrono::steady_clock::now() - start;
 }
@@ -104,13 +99,14 @@ void GLRenderer::render(smart_ptr<SGRootNode> root)
 {
     if (strategy.empty())
         strategy = Strategist::computeStrategy(Capabilities());
+    PassRunner runner(*root, strategy, survey);
     // A pass may replace the list: its size is asked each time, and the visitor kept.
     for (std::size_t i = 0; i < strategy.size(); ++i) {
         smart_ptr<SGNodeVisitor> const visitor = strategy[i];
         if (passTimeSink)
-            passTimeSink(passName(*visitor), timeOf(*visitor, *root));
+            passTimeSink(passName(*visitor), timeOf(*visitor, runner));
         else
-            run(*visitor, *root);
+            runner.run(*visitor);
     }
 }
 

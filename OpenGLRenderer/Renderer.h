@@ -1,5 +1,6 @@
 #pragma once
 
+#include "OpenGLRenderer/SceneSurvey.h"
 #include "SceneGraph/SGNodeVisitor.h"
 #include "SceneGraph/SGRenderer.h"
 
@@ -23,7 +24,7 @@ public:
     void render(smart_ptr<SGRootNode> root) override;
 
     /// 1 on Matrox cards and where there is no multitexturing.
-    [[nodiscard]] int getMaxTextureUnits() const override { return maxTextureUnits; }
+    [[nodiscard]] int getMaxTextureUnits() const final { return maxTextureUnits; }
 
     void readPixels(int x, int y, int width, int height, PixelFormat format, unsigned char* data) override;
 
@@ -43,4 +44,5 @@ public:
 
 private:
     int maxTextureUnits = 0;
+    SceneSurvey survey; ///< its memory is kept from frame to frame
 };

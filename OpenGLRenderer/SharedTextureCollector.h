@@ -10,6 +10,7 @@ class SharedTextureCollector : public SGNodeVisitor {
 public:
     using SGNodeVisitor::enter;
     void enter(SGGeometryNode* node) override;
+    [[nodiscard]] SGVisitorInterest interest() const override { return VisitorInterest::of(*this); }
 
     std::unordered_set<smart_ptr<SharedImage>> textures; ///< result of the walk
 };

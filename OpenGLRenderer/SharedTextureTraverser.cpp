@@ -5,6 +5,8 @@
 #include "OpenGLRenderer/Renderer.h"
 #include "OpenGLRenderer/SharedTextureCollector.h"
 #include "OpenGLRenderer/TextureUploadData.h"
+#include "SceneGraph/SGGeometryNode.h"
+#include "SceneGraph/SGRootNode.h"
 #include "SceneGraph/SGTraverser.h"
 
 #include <GL/glu.h>
@@ -25,15 +27,33 @@ smart_ptr<TextureUploadData> upload(Image_base const& image)
     return make_smart<TextureUploadData>(name);
 }
 
+bool hasTexture(SharedImage const& shared)
+{
+    return findExtraData<TextureUploadData>(shared, ExtraDataKeys::texture) != nullptr;
+}
+
+void uploadMissing(std::unordered_set<smart_ptr<SharedImage>> const& images)
+{
+    for (smart_ptr<SharedImage> const& shared : images)
+        if (!hasTexture(*shared))
+            shared->setExtraData(ExtraDataKeys::texture, upload(*shared->get()));
+}
+
 } // namespace
 
 void SharedTextureTraverser::enter(SGRootNode* node)
 {
-    auto const collector = make_smart<SharedTextureCollector>();
-    SGTraverser traverser(collector);
-    node->acceptEnter(&traverser);
-    node->acceptLeave(&traverser);
-    for (smart_ptr<SharedImage> const& shared : collector->textures)
-        if (!getExtraData<TextureUploadData>(*shared, ExtraDataKeys::texture))
-            shared->setExtraData(ExtraDataKeys::texture, upload(*shared->get()));
+    SharedTextureCollector collector;
+    SGTraverser::walk(*node, collector);
+    uploadMissing(collector.textures);
+}
+
+void SharedTextureTraverser::carryOut(SGRootNode&, Findings findings)
+{
+    std::unordered_set<smart_ptr<SharedImage>> missing;
+    for (SceneSurvey::Finding const& finding : findings)
+        for (SGTextureLayer const& layer : finding.node->textureLayers)
+            if (!hasTexture(*layer.texture))
+                missing.insert(layer.texture);
+    uploadMissing(missing);
 }

@@ -4,11 +4,6 @@
 #include "OpenGLRenderer/ExtraDataKeys.h"
 #include "OpenGLRenderer/ViewMatrixData.h"
 
-bool isSkinned(SGSurfaceGeometryReferenceNode const& node)
-{
-    return node.getBoneTransforms() && node.getBoneWeights() && !poseOf(node).empty();
-}
-
 std::vector<BoneTransform> const& poseOf(SGSurfaceGeometryReferenceNode const& node)
 {
     return node.getBoneTransforms()->get().transforms;
@@ -16,7 +11,7 @@ std::vector<BoneTransform> const& poseOf(SGSurfaceGeometryReferenceNode const& n
 
 Matrix3 viewRotation(SGSurfaceGeometryReferenceNode const& node)
 {
-    auto const view = getExtraData<ViewMatrixData>(node, ExtraDataKeys::viewMatrix);
+    auto const* const view = findExtraData<ViewMatrixData>(node, ExtraDataKeys::viewMatrix);
     if (!view)
         return {};
     Matrix3 const rotation(view->matrix);

@@ -6,7 +6,11 @@
 #include <vector>
 
 /// Whether a surface is moved by bones: whether it has bone weights and a pose that is not empty.
-[[nodiscard]] bool isSkinned(SGSurfaceGeometryReferenceNode const& node);
+[[nodiscard]] inline bool isSkinned(SGSurfaceGeometryReferenceNode const& node)
+{
+    return node.getBoneTransforms() && node.getBoneWeights() &&
+           !node.getBoneTransforms()->get().transforms.empty();
+}
 
 /// The pose of a skinned surface: what each bone does, by bone index.
 [[nodiscard]] std::vector<BoneTransform> const& poseOf(SGSurfaceGeometryReferenceNode const& node);

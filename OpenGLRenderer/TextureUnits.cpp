@@ -6,6 +6,8 @@
 
 int drawnLayerCount(SGGeometryNode const& node)
 {
+    if (node.textureLayers.empty())
+        return 0;
     return std::min(static_cast<int>(node.textureLayers.size()), GLRenderer::renderer->getMaxTextureUnits());
 }
 

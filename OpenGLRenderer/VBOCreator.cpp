@@ -12,7 +12,7 @@ namespace {
 
 bool isKeptOffBuffers(SGObject const& node)
 {
-    return static_cast<bool>(getExtraData<NoVBOTag>(node, ExtraDataKeys::noVBO));
+    return findExtraData<NoVBOTag>(node, ExtraDataKeys::noVBO) != nullptr;
 }
 
 template <typename T>
@@ -26,27 +26,33 @@ void generateVBO(GLuint* name, std::vector<T> const& data, GLenum target)
 }
 
 template <typename T>
-void addBuffer(SGObject& object, std::string const& key, std::vector<T> const& data, GLenum target)
+void addBuffer(SGObject& object, SGExtraDataKey key, std::vector<T> const& data, GLenum target)
 {
     auto const record = make_smart<VBOData>();
     object.setExtraData(key, record);
     generateVBO(&record->name, data, target);
 }
 
-bool hasBuffer(SGObject const& object, std::string const& key)
+bool hasBuffer(SGObject const& object, SGExtraDataKey key)
 {
-    return static_cast<bool>(getExtraData<VBOData>(object, key));
+    return findExtraData<VBOData>(object, key) != nullptr;
 }
 
 void addFloatsBuffer(SGObject& object)
 {
     if (hasBuffer(object, ExtraDataKeys::vbo))
         return;
-    auto const floats = getExtraData<FloatData<float>>(object, ExtraDataKeys::floats);
+    auto const* const floats = findExtraData<FloatData<float>>(object, ExtraDataKeys::floats);
     addBuffer(object, ExtraDataKeys::vbo, floats->values, GL_ARRAY_BUFFER_ARB);
 }
 
 } // namespace
+
+void VBOCreator::addConditions(SceneSurvey::Conditions& conditions) const
+{
+    conditions.buffers = true;
+    conditions.boneBuffers = conditions.boneBuffers || useProgramSkinning_;
+}
 
 void VBOCreator::leave(SGRootNode*)
 {
@@ -72,32 +78,32 @@ void VBOCreator::enter(SGSurfaceGeometryReferenceNode* node)
         addTo(layer.coordinates);
 }
 
-void VBOCreator::addTo(smart_ptr<SharedGeometry> shared)
+void VBOCreator::addTo(smart_ptr<SharedGeometry> const& shared)
 {
     addFloatsBuffer(*shared);
 }
 
-void VBOCreator::addTo(smart_ptr<SharedTextureCoords> shared)
+void VBOCreator::addTo(smart_ptr<SharedTextureCoords> const& shared)
 {
     addFloatsBuffer(*shared);
 }
 
-void VBOCreator::addTo(smart_ptr<SharedBoneWeights> shared)
+void VBOCreator::addTo(smart_ptr<SharedBoneWeights> const& shared)
 {
     if (hasBuffer(*shared, ExtraDataKeys::vboBoneWeights))
         return;
-    auto const weights = getExtraData<FloatData<float>>(*shared, ExtraDataKeys::floatsWeights);
-    auto const indices = getExtraData<FloatData<float>>(*shared, ExtraDataKeys::floatsIndices);
+    auto const* const weights = findExtraData<FloatData<float>>(*shared, ExtraDataKeys::floatsWeights);
+    auto const* const indices = findExtraData<FloatData<float>>(*shared, ExtraDataKeys::floatsIndices);
     addBuffer(*shared, ExtraDataKeys::vboBoneWeights, weights->values, GL_ARRAY_BUFFER_ARB);
     addBuffer(*shared, ExtraDataKeys::vboBoneIndices, indices->values, GL_ARRAY_BUFFER_ARB);
 }
 
-void VBOCreator::addToNormals(smart_ptr<SharedSurfaceGeometry> shared)
+void VBOCreator::addToNormals(smart_ptr<SharedSurfaceGeometry> const& shared)
 {
     addFloatsBuffer(*shared);
 }
 
-void VBOCreator::addToFacets(smart_ptr<SharedSurfaceGeometry> shared)
+void VBOCreator::addToFacets(smart_ptr<SharedSurfaceGeometry> const& shared)
 {
     if (!hasBuffer(*shared, ExtraDataKeys::vbo))
         addBuffer(*shared, ExtraDataKeys::vbo, shared->get()->facets, GL_ELEMENT_ARRAY_BUFFER_ARB);

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "OpenGLRenderer/ExtraData.h"
 #include "SceneGraph/SGExtraData.h"
-#include "SceneGraph/SGObject.h"
 
 #include <epoxy/gl.h>
 
@@ -20,4 +20,8 @@ public:
 };
 
 /// The name of the buffer that hangs on the object under `key`; 0 where there is none.
-[[nodiscard]] GLuint bufferOf(SGObject const& object, std::string const& key);
+[[nodiscard]] inline GLuint bufferOf(SGObject const& object, SGExtraDataKey key)
+{
+    auto const* const data = findExtraData<VBOData>(object, key);
+    return data ? data->name : 0;
+}

@@ -12,16 +12,28 @@ namespace {
 
 constexpr void const* bufferStart = nullptr;
 
-bool hasBuffer(SGObject const& object)
+/// What a surface is drawn from, but for its texture coordinates; 0 where there is none.
+struct Buffers {
+    GLuint positions;
+    GLuint normals;
+    GLuint facets;
+};
+
+GLuint bufferOf(SGObject const& object)
 {
-    return bufferOf(object, ExtraDataKeys::vbo) != 0;
+    return bufferOf(object, ExtraDataKeys::vbo);
 }
 
-bool isBuffered(SGSurfaceGeometryReferenceNode const& node)
+Buffers buffersOf(SGSurfaceGeometryReferenceNode const& node)
 {
-    return hasBuffer(*node.getGeometry()) && hasBuffer(*node.getNormals()) && hasBuffer(*node.getFacets()) &&
+    return {bufferOf(*node.getGeometry()), bufferOf(*node.getNormals()), bufferOf(*node.getFacets())};
+}
+
+bool isBuffered(SGSurfaceGeometryReferenceNode const& node, Buffers const& buffers)
+{
+    return buffers.positions != 0 && buffers.normals != 0 && buffers.facets != 0 &&
            std::ranges::all_of(node.textureLayers,
-                               [](SGTextureLayer const& layer) { return hasBuffer(*layer.coordinates); });
+                               [](SGTextureLayer const& layer) { return bufferOf(*layer.coordinates) != 0; });
 }
 
 // Drivers read past the end of an empty buffer rather than refuse to draw from it.
@@ -33,9 +45,9 @@ bool hasEmptyArray(SGSurfaceGeometryReferenceNode const& node)
            });
 }
 
-void bindArray(SGObject const& object)
+void bindArray(GLuint buffer)
 {
-    glBindBufferARB(GL_ARRAY_BUFFER_ARB, bufferOf(object, ExtraDataKeys::vbo));
+    glBindBufferARB(GL_ARRAY_BUFFER_ARB, buffer);
 }
 
 // GeometryVisitor leaves the unit alone where there is only one.
@@ -45,20 +57,20 @@ void selectClientUnit(int unit)
         glClientActiveTextureARB(textureUnitName(unit));
 }
 
-void draw(SGSurfaceGeometryReferenceNode const& node)
+void draw(SGSurfaceGeometryReferenceNode const& node, Buffers const& buffers)
 {
-    bindArray(*node.getGeometry());
+    bindArray(buffers.positions);
     glVertexPointer(3, GL_FLOAT, 0, bufferStart);
-    bindArray(*node.getNormals());
+    bindArray(buffers.normals);
     glNormalPointer(GL_FLOAT, 0, bufferStart);
     int const layers = drawnLayerCount(node);
     for (int layer = 0; layer < layers; ++layer) {
         selectClientUnit(layer);
-        bindArray(*node.textureLayers[static_cast<std::size_t>(layer)].coordinates);
+        bindArray(bufferOf(*node.textureLayers[static_cast<std::size_t>(layer)].coordinates));
         glTexCoordPointer(2, GL_FLOAT, 0, bufferStart);
         glEnableClientState(GL_TEXTURE_COORD_ARRAY);
     }
-    glBindBufferARB(GL_ELEMENT_ARRAY_BUFFER_ARB, bufferOf(*node.getFacets(), ExtraDataKeys::vbo));
+    glBindBufferARB(GL_ELEMENT_ARRAY_BUFFER_ARB, buffers.facets);
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_NORMAL_ARRAY);
 
@@ -79,9 +91,10 @@ void draw(SGSurfaceGeometryReferenceNode const& node)
 
 void VBOGeometryVisitor::enter(SGSurfaceGeometryReferenceNode* node)
 {
-    bool const buffered = isBuffered(*node);
+    Buffers const buffers = buffersOf(*node);
+    bool const buffered = isBuffered(*node, buffers);
     if (buffered && !hasEmptyArray(*node)) {
-        draw(*node);
+        draw(*node, buffers);
         return;
     }
     // VBOCreator leaves one bound; client indices would be taken for offsets into it.

@@ -10,4 +10,5 @@ class VBOGeometryVisitor : public GeometryVisitor {
 public:
     using GeometryVisitor::enter;
     void enter(SGSurfaceGeometryReferenceNode* node) override;
+    [[nodiscard]] SGVisitorInterest interest() const override { return VisitorInterest::of(*this); }
 };

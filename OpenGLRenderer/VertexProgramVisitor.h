@@ -23,6 +23,7 @@ public:
     void enter(SGLightsNode* node) override;
     void enter(SGSurfaceGeometryReferenceNode* node) override;
     void leave(SGSurfaceGeometryReferenceNode* node) override;
+    [[nodiscard]] SGVisitorInterest interest() const override { return VisitorInterest::of(*this); }
 
     /// The text of a program; see loadAssetText.
     [[nodiscard]] static std::string loadProgram(std::string const& path);

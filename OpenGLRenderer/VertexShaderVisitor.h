@@ -21,6 +21,7 @@ public:
     void leave(SGRootNode* node) override;
     void enter(SGSurfaceGeometryReferenceNode* node) override;
     void leave(SGSurfaceGeometryReferenceNode* node) override;
+    [[nodiscard]] SGVisitorInterest interest() const override { return VisitorInterest::of(*this); }
 
     /// The text of a shader; see loadAssetText.
     [[nodiscard]] static std::string loadShader(std::string const& path);

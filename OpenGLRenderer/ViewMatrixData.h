@@ -9,5 +9,5 @@ class ViewMatrixData : public SGExtraData {
 public:
     explicit ViewMatrixData(Matrix const& matrix_) : matrix(matrix_) {}
 
-    Matrix const matrix;
+    Matrix matrix;
 };

@@ -4,7 +4,10 @@
 
 #include <utility>
 
-SGCameraNode::SGCameraNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent)) {}
+SGCameraNode::SGCameraNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent))
+{
+    setKind(SGNodeKind::camera);
+}
 
 void SGCameraNode::acceptEnter(SGNodeVisitor* visitor)
 {

@@ -2,12 +2,13 @@
 
 #include "SceneGraph/SGNodeVisitor.h"
 
+#include <array>
 #include <vector>
 
 /// Several passes as one: hands each node to every visitor of its list, in list order, on entering and on
 /// leaving.
 ///
-/// Each visitor gets the call for the node's own kind and no other.
+/// Each visitor gets the call for the node's own kind and no other, or none where it has no interest in it.
 class SGCombinationVisitor : public SGNodeVisitor {
 public:
     /// \param visitors  none of them null
@@ -41,11 +42,18 @@ public:
     void enter(SGCurveGeometryReferenceNode* node) override;
     void leave(SGCurveGeometryReferenceNode* node) override;
 
+    [[nodiscard]] SGVisitorInterest interest() const override { return interest_; }
+
 private:
+    using VisitorsByKind = std::array<std::vector<SGNodeVisitor*>, nodeKindCount>;
+
     template <typename Node>
-    void enterEach(Node* node);
+    void enterEach(SGNodeKind kind, Node* node);
     template <typename Node>
-    void leaveEach(Node* node);
+    void leaveEach(SGNodeKind kind, Node* node);
 
     std::vector<smart_ptr<SGNodeVisitor>> visitors_;
+    VisitorsByKind entering_; ///< those with an interest in entering each kind
+    VisitorsByKind leaving_;
+    SGVisitorInterest interest_;
 };

@@ -7,6 +7,7 @@
 SGCurveGeometryReferenceNode::SGCurveGeometryReferenceNode(smart_ptr<SGNode> parent)
     : SGGeometryReferenceNode(std::move(parent))
 {
+    setKind(SGNodeKind::curve);
 }
 
 void SGCurveGeometryReferenceNode::acceptEnter(SGNodeVisitor* visitor)

@@ -4,7 +4,10 @@
 
 #include <utility>
 
-SGGeometryNode::SGGeometryNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent)) {}
+SGGeometryNode::SGGeometryNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent))
+{
+    setKind(SGNodeKind::geometry);
+}
 
 void SGGeometryNode::acceptEnter(SGNodeVisitor* visitor)
 {

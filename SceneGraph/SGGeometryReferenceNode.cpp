@@ -6,6 +6,7 @@
 
 SGGeometryReferenceNode::SGGeometryReferenceNode(smart_ptr<SGNode> parent) : SGGeometryNode(std::move(parent))
 {
+    setKind(SGNodeKind::geometryReference);
 }
 
 void SGGeometryReferenceNode::acceptEnter(SGNodeVisitor* visitor)

@@ -4,7 +4,10 @@
 
 #include <utility>
 
-SGLightsNode::SGLightsNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent)) {}
+SGLightsNode::SGLightsNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent))
+{
+    setKind(SGNodeKind::lights);
+}
 
 void SGLightsNode::acceptEnter(SGNodeVisitor* visitor)
 {

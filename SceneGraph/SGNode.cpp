@@ -1,6 +1,14 @@
 #include "SceneGraph/SGNode.h"
 
+#include <atomic>
 #include <stdexcept>
+
+namespace {
+
+// Trees may be built on several threads.
+std::atomic<std::uint64_t> changes = 0;
+
+} // namespace
 
 SGNode::SGNode(smart_ptr<SGNode> parent)
 {
@@ -45,8 +53,14 @@ void SGNode::deparent()
     release();
 }
 
+std::uint64_t SGNode::treeVersion()
+{
+    return changes.load(std::memory_order_relaxed);
+}
+
 void SGNode::link(SGNode* parent, bool first)
 {
+    changes.fetch_add(1, std::memory_order_relaxed);
     parent_ = parent;
     siblings_.previous = first ? nullptr : parent->lastChild_;
     siblings_.next = first ? parent->firstChild_ : nullptr;
@@ -56,6 +70,7 @@ void SGNode::link(SGNode* parent, bool first)
 
 void SGNode::unlink()
 {
+    changes.fetch_add(1, std::memory_order_relaxed);
     (siblings_.previous ? siblings_.previous->siblings_.next : parent_->firstChild_) = siblings_.next;
     (siblings_.next ? siblings_.next->siblings_.previous : parent_->lastChild_) = siblings_.previous;
     siblings_ = SGNodeListElement();

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "SceneGraph/SGNodeKind.h"
 #include "SceneGraph/SGObject.h"
 #include "Utilities/smart_ptr.h"
+
+#include <cstdint>
 
 class SGNode;
 class SGNodeVisitor;
@@ -40,6 +43,17 @@ public:
     [[nodiscard]] SGNode* getFirstChild() const { return firstChild_; }
     [[nodiscard]] SGNode* getNextSibling() const { return siblings_.next; }
 
+    /// The kind as which the node accepts visitors.
+    [[nodiscard]] SGNodeKind kind() const { return kind_; }
+
+    /// A number that changes whenever a node is put into a tree or taken out of one, in the whole process.
+    /// While it stays, nodes found in a tree are still there.
+    [[nodiscard]] static std::uint64_t treeVersion();
+
+protected:
+    /// For the constructor of each class that accepts visitors as another kind than its base.
+    void setKind(SGNodeKind kind) { kind_ = kind; }
+
 private:
     void link(SGNode* parent, bool first);
     void unlink();
@@ -49,4 +63,5 @@ private:
     SGNode* firstChild_ = nullptr;
     SGNode* lastChild_ = nullptr;
     SGNodeListElement siblings_;
+    SGNodeKind kind_ = SGNodeKind::other;
 };

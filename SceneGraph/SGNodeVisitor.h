@@ -1,19 +1,7 @@
 #pragma once
 
+#include "SceneGraph/SGVisitorInterest.h"
 #include "Utilities/smart_ptr.h"
-
-class SGNode;
-class SGRootNode;
-class SGOrderedGroupNode;
-class SGCameraNode;
-class SGLightsNode;
-class SGTransformNode;
-class SGZTransformNode;
-class SGGeometryNode;
-class SGQuadNode;
-class SGGeometryReferenceNode;
-class SGSurfaceGeometryReferenceNode;
-class SGCurveGeometryReferenceNode;
 
 /// A pass over a scene graph: what to do on entering a node of each kind, before its children, and on leaving
 /// it.
@@ -51,4 +39,8 @@ public:
     virtual void leave(SGSurfaceGeometryReferenceNode* node);
     virtual void enter(SGCurveGeometryReferenceNode* node);
     virtual void leave(SGCurveGeometryReferenceNode* node);
+
+    /// The kinds for which the operations do anything, so that walks can leave out the rest. A class that
+    /// does not say is shown every node; VisitorInterest::of(*this) reads it off the class.
+    [[nodiscard]] virtual SGVisitorInterest interest() const { return SGVisitorInterest::everything(); }
 };

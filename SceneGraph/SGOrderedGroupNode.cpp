@@ -4,7 +4,10 @@
 
 #include <utility>
 
-SGOrderedGroupNode::SGOrderedGroupNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent)) {}
+SGOrderedGroupNode::SGOrderedGroupNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent))
+{
+    setKind(SGNodeKind::orderedGroup);
+}
 
 void SGOrderedGroupNode::acceptEnter(SGNodeVisitor* visitor)
 {

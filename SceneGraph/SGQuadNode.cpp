@@ -4,7 +4,10 @@
 
 #include <utility>
 
-SGQuadNode::SGQuadNode(smart_ptr<SGNode> parent) : SGGeometryNode(std::move(parent)) {}
+SGQuadNode::SGQuadNode(smart_ptr<SGNode> parent) : SGGeometryNode(std::move(parent))
+{
+    setKind(SGNodeKind::quad);
+}
 
 void SGQuadNode::acceptEnter(SGNodeVisitor* visitor)
 {

@@ -2,7 +2,10 @@
 
 #include "SceneGraph/SGNodeVisitor.h"
 
-SGRootNode::SGRootNode() : SGNode(smart_ptr<SGNode>()) {}
+SGRootNode::SGRootNode() : SGNode(smart_ptr<SGNode>())
+{
+    setKind(SGNodeKind::root);
+}
 
 void SGRootNode::acceptEnter(SGNodeVisitor* visitor)
 {

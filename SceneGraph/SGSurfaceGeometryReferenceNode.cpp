@@ -8,6 +8,7 @@
 SGSurfaceGeometryReferenceNode::SGSurfaceGeometryReferenceNode(smart_ptr<SGNode> parent)
     : SGGeometryReferenceNode(std::move(parent))
 {
+    setKind(SGNodeKind::surface);
 }
 
 void SGSurfaceGeometryReferenceNode::acceptEnter(SGNodeVisitor* visitor)

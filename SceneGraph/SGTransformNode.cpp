@@ -4,7 +4,10 @@
 
 #include <utility>
 
-SGTransformNode::SGTransformNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent)) {}
+SGTransformNode::SGTransformNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent))
+{
+    setKind(SGNodeKind::transform);
+}
 
 void SGTransformNode::acceptEnter(SGNodeVisitor* visitor)
 {

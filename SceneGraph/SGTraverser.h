@@ -13,6 +13,9 @@ public:
     /// \param visitor  not null
     explicit SGTraverser(smart_ptr<SGNodeVisitor> visitor);
 
+    /// The same walk, leaving included, for a visitor that nobody need hold.
+    static void walk(SGNode& top, SGNodeVisitor& visitor);
+
     [[nodiscard]] smart_ptr<SGNodeVisitor> const& getVisitor() const { return visitor_; }
 
     using SGNodeVisitor::enter;
@@ -21,5 +24,7 @@ public:
     void leave(SGNode* top) override;
 
 private:
+    static void enterAll(SGNode* top, SGNodeVisitor* visitor);
+
     smart_ptr<SGNodeVisitor> visitor_;
 };

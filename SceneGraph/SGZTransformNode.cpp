@@ -4,7 +4,10 @@
 
 #include <utility>
 
-SGZTransformNode::SGZTransformNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent)) {}
+SGZTransformNode::SGZTransformNode(smart_ptr<SGNode> parent) : SGNode(std::move(parent))
+{
+    setKind(SGNodeKind::zTransform);
+}
 
 void SGZTransformNode::acceptEnter(SGNodeVisitor* visitor)
 {

@@ -2,6 +2,7 @@
 
 #include "Tests/Unit/Maths/MathsTesting.h"
 
+#include <cmath>
 #include <type_traits>
 
 using namespace MathsTesting;
@@ -71,6 +72,22 @@ TEST(Transform, ProductAgreesWithTheProductOfMatrices)
         mirrored += (a * b).getScale() < 0 ? 1 : 0;
     }
     EXPECT_GT(mirrored, 300) << "negative scales are part of the test";
+}
+
+TEST(Transform, ProductWithAMatrixIsThatOfTheMatrices)
+{
+    Transform const transform(Matrix3::rotationMatrix({1.0, 2.0, 3.0}, 0.7), {4.0, -5.0, 6.0}, -1.5);
+    Matrix const matrix(
+        {1.5, -2.0, 3.0, 4.0, 5.0, 6.25, -7.0, 8.0, 9.0, 1.0, 2.0, -3.0, 0.5, 0.25, -1.0, 2.0});
+    EXPECT_EQ(matrix * transform, matrix * transform.getMatrix());
+    Transform const mirror(Matrix3(), {}, -1.0);
+    for (double const depth : {-5.0, 5.0}) {
+        Matrix const view = Matrix::translationMatrix({0.0, 0.0, depth});
+        Matrix const product = view * mirror;
+        Matrix const expected = view * mirror.getMatrix();
+        for (int i = 0; i < 16; ++i)
+            EXPECT_EQ(std::signbit(product.data()[i]), std::signbit(expected.data()[i])) << "of a zero too";
+    }
 }
 
 TEST(Transform, InverseUndoes)

@@ -20,9 +20,9 @@ TEST(ExtraData, ReadsARecordOfItsType)
 TEST(ExtraDataKeys, AreFoundByThePrefix)
 {
     using namespace ExtraDataKeys;
-    for (std::string const& key :
+    for (SGExtraDataKey const& key :
          {colorizerDatabase, floats, floatsIndices, floatsWeights, noVBO, texture, triangleFlipperDatabase,
           unanimatedData, uncolorizedTextureData, unflippedTriangleData, vbo, vboBoneIndices, vboBoneWeights,
           vertexProgramData, vertexShaderData, viewMatrix})
-        EXPECT_TRUE(key.starts_with(prefix)) << key;
+        EXPECT_TRUE(key.name().starts_with(prefix)) << key.name();
 }

@@ -172,10 +172,10 @@ TEST_P(TechniqueFrame, LeavesTheSceneAsItWasGiven)
         EXPECT_EQ(scene->references(), before);
         EXPECT_TRUE(scene->mirrored->textureLayers[0].colorize);
         for (auto const& surface : scene->surfaces) {
-            for (std::string const& key :
+            for (SGExtraDataKey const& key :
                  {ExtraDataKeys::viewMatrix, ExtraDataKeys::unanimatedData,
                   ExtraDataKeys::unflippedTriangleData, ExtraDataKeys::uncolorizedTextureData})
-                EXPECT_FALSE(surface->privateGetExtraData(key)) << key;
+                EXPECT_FALSE(surface->findExtraData(key)) << key.name();
         }
         EXPECT_FALSE(scene->textured->hasExtraData());
         EXPECT_EQ(scene->skinned->hasExtraData(), !GetParam().skinsOnTheCard()) << "GLNoVBO";

@@ -71,9 +71,9 @@ protected:
 TEST_F(CreatingVBOs, CopiesPositionsNormalsAndFacets)
 {
     EXPECT_EQ(create(*surface), makingTriangle);
-    EXPECT_EQ(bufferOf(*surface->getGeometry(), "GLVBO"), 1U);
-    EXPECT_EQ(bufferOf(*surface->getNormals(), "GLVBO"), 2U);
-    EXPECT_EQ(bufferOf(*surface->getFacets(), "GLVBO"), 3U);
+    EXPECT_EQ(bufferOf(*surface->getGeometry(), SGExtraDataKey("GLVBO")), 1U);
+    EXPECT_EQ(bufferOf(*surface->getNormals(), SGExtraDataKey("GLVBO")), 2U);
+    EXPECT_EQ(bufferOf(*surface->getFacets(), SGExtraDataKey("GLVBO")), 3U);
     EXPECT_FALSE(surface->hasExtraData());
 }
 
@@ -84,7 +84,7 @@ TEST_F(CreatingVBOs, CopiesTheCoordinatesOfEveryLayerInOrder)
     addLayer(*surface, sharedCoordinates({{2.0, 0.5, 9.0}, {3.0, 0.5, 9.0}, {2.0, 1.0, 9.0}}));
     EXPECT_EQ(create(*surface), makingTriangle + makingArray(4, "24", "{0, 0.5, 1, 0.5, 0, 1}") +
                                     makingArray(5, "24", "{2, 0.5, 3, 0.5, 2, 1}"));
-    EXPECT_EQ(bufferOf(*surface->textureLayers[1].coordinates, "GLVBO"), 5U);
+    EXPECT_EQ(bufferOf(*surface->textureLayers[1].coordinates, SGExtraDataKey("GLVBO")), 5U);
 }
 
 TEST_F(CreatingVBOs, CopiesBonesFirstWhereTheCardSkins)
@@ -95,9 +95,9 @@ TEST_F(CreatingVBOs, CopiesBonesFirstWhereTheCardSkins)
                                           makingArray(3, "36", positionsText) +
                                           makingArray(4, "36", normalsText) +
                                           makingElements(5, "12", "{0, 1, 2}"));
-    EXPECT_EQ(bufferOf(*surface->getBoneWeights(), "GLVBOBoneWeights"), 1U);
-    EXPECT_EQ(bufferOf(*surface->getBoneWeights(), "GLVBOBoneIndices"), 2U);
-    EXPECT_EQ(bufferOf(*surface->getBoneWeights(), "GLVBO"), 0U);
+    EXPECT_EQ(bufferOf(*surface->getBoneWeights(), SGExtraDataKey("GLVBOBoneWeights")), 1U);
+    EXPECT_EQ(bufferOf(*surface->getBoneWeights(), SGExtraDataKey("GLVBOBoneIndices")), 2U);
+    EXPECT_EQ(bufferOf(*surface->getBoneWeights(), SGExtraDataKey("GLVBO")), 0U);
 }
 
 TEST_F(CreatingVBOs, CopiesNoBonesWhereTheProcessorSkins)
@@ -117,7 +117,7 @@ TEST_F(CreatingVBOs, LooksOnlyForTheWeightsToSeeWhetherBonesAreCopied)
     skin(*surface);
     surface->getBoneWeights()->setExtraData(ExtraDataKeys::vboBoneIndices, make_smart<VBOData>());
     static_cast<void>(create(*surface, true));
-    EXPECT_NE(bufferOf(*surface->getBoneWeights(), "GLVBOBoneIndices"), 0U);
+    EXPECT_NE(bufferOf(*surface->getBoneWeights(), SGExtraDataKey("GLVBOBoneIndices")), 0U);
 }
 
 TEST_F(CreatingVBOs, CopiesACurve)
@@ -125,7 +125,7 @@ TEST_F(CreatingVBOs, CopiesACurve)
     SGCurveGeometryReferenceNode curve(nullptr);
     curve.setGeometry(sharedGeometry({{0.0, 0.0, 0.0}, {1.0, 0.0, 0.0}}));
     EXPECT_EQ(create(curve), makingArray(1, "24", "{0, 0, 0, 1, 0, 0}"));
-    EXPECT_EQ(bufferOf(*curve.getGeometry(), "GLVBO"), 1U);
+    EXPECT_EQ(bufferOf(*curve.getGeometry(), SGExtraDataKey("GLVBO")), 1U);
 }
 
 TEST_F(CreatingVBOs, CopiesEveryObjectOnce)
@@ -217,7 +217,7 @@ TEST_F(CreatingVBOs, DeletesNoBufferThatWasNeverMade)
 
 TEST_F(CreatingVBOs, FindsNoBufferInAnotherRecord)
 {
-    EXPECT_EQ(bufferOf(*surface, "GLVBO"), 0U);
+    EXPECT_EQ(bufferOf(*surface, SGExtraDataKey("GLVBO")), 0U);
     surface->setExtraData("GLVBO", make_smart<NoVBOTag>());
-    EXPECT_EQ(bufferOf(*surface, "GLVBO"), 0U);
+    EXPECT_EQ(bufferOf(*surface, SGExtraDataKey("GLVBO")), 0U);
 }

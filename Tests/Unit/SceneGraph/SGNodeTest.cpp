@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -228,4 +229,29 @@ TEST(SGNode, DestroysADeepTreeWithBranchesWithoutRecursion)
     EXPECT_EQ(CountedNode::alive, 3 * length + 1);
     root.reset();
     EXPECT_EQ(CountedNode::alive, 0);
+}
+
+TEST(SGNode, ChangesTheTreeVersionWheneverATreeChanges)
+{
+    auto const root = make_smart<SGRootNode>();
+    std::uint64_t last = SGNode::treeVersion();
+    auto const hasChanged = [&] {
+        return SGNode::treeVersion() != std::exchange(last, SGNode::treeVersion());
+    };
+    auto const node = make_smart<SGTransformNode>(root);
+    EXPECT_TRUE(hasChanged());
+    node->transform = Transform({0.0, 1.0, 0.0}, 1.0);
+    EXPECT_FALSE(hasChanged());
+    node->reparent(root, true);
+    EXPECT_TRUE(hasChanged());
+    static_cast<void>(make_smart<SGTransformNode>(node));
+    EXPECT_TRUE(hasChanged());
+    node->getFirstChild()->deparent();
+    EXPECT_TRUE(hasChanged());
+    {
+        auto const other = make_smart<SGRootNode>();
+        static_cast<void>(make_smart<SGTransformNode>(other));
+        EXPECT_TRUE(hasChanged());
+    }
+    EXPECT_TRUE(hasChanged()) << "a child goes with its parent";
 }

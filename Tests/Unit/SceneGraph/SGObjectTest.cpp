@@ -108,6 +108,22 @@ TEST(SGObject, ReadsARecordOfAnotherTypeAsAbsent)
     EXPECT_TRUE(read<OtherRecord>(object, "key"));
 }
 
+TEST(SGObject, FindsARecordByAnyKeyOfItsName)
+{
+    SGSharedObject object;
+    auto const record = make_smart<Record>();
+    EXPECT_FALSE(object.mayHaveExtraData());
+    EXPECT_EQ(object.findExtraData(SGExtraDataKey("key")), nullptr);
+    object.setExtraData(SGExtraDataKey("key"), record);
+    EXPECT_TRUE(object.mayHaveExtraData());
+    EXPECT_EQ(object.findExtraData(SGExtraDataKey(std::string("ke") + "y")), record.get());
+    EXPECT_EQ(object.findExtraData(SGExtraDataKey("keys")), nullptr);
+    EXPECT_EQ(object.privateGetExtraData("key"), record);
+    object.setExtraData("key", nullptr);
+    EXPECT_EQ(object.findExtraData(SGExtraDataKey("key")), nullptr);
+    EXPECT_EQ(SGExtraDataKey("key").name(), "key");
+}
+
 TEST(SGObject, DropsEveryRecordWhenAsked)
 {
     SGSharedObject object;
