@@ -90,8 +90,8 @@ protected:
 TEST_F(Completion, BashKnowsCommandsAndModels)
 {
     EXPECT_THAT(offeredByBash("sgview ''"),
-                UnorderedElementsAre("render", "info", "demo", "compare", "diagnose", "help", "duck.glb",
-                                     "CRATE.OBJ", "my duck.dae", "config", "textures"));
+                UnorderedElementsAre("render", "info", "demo", "compare", "diagnose", "bench", "help",
+                                     "duck.glb", "CRATE.OBJ", "my duck.dae", "config", "textures"));
     EXPECT_THAT(offeredByBash("sgview com"), ElementsAre("compare"));
     EXPECT_THAT(offeredByBash("sgview help in"), ElementsAre("info"));
     EXPECT_THAT(offeredByBash("sgview info CR"), ElementsAre("CRATE.OBJ"));
@@ -114,6 +114,8 @@ TEST_F(Completion, BashKnowsOptionsAndValues)
     EXPECT_THAT(offeredByBash("sgview render --fps ''"), ElementsAre());
     EXPECT_THAT(offeredByBash("sgview render --texture-folder ''"),
                 UnorderedElementsAre("config", "textures"));
+    EXPECT_THAT(offeredByBash("sgview bench --scene sk"), ElementsAre("skinned", "skinned-varied"));
+    EXPECT_THAT(offeredByBash("sgview bench --scene du"), ElementsAre("duck.glb"));
     EXPECT_THAT(offeredByBash("sgview render -o n"), ElementsAre("notes.txt"));
     EXPECT_THAT(offeredByBash("sgview --print-completion ''"), ElementsAre("bash", "zsh", "fish"));
 }
@@ -123,7 +125,7 @@ TEST_F(Completion, Fish)
     if (!isInstalled("fish"))
         GTEST_SKIP() << "fish is not installed";
     EXPECT_THAT(offeredByFish("sgview "),
-                IsSupersetOf({"render", "info", "demo", "compare", "diagnose", "help", "duck.glb"}));
+                IsSupersetOf({"render", "info", "demo", "compare", "diagnose", "bench", "help", "duck.glb"}));
     EXPECT_THAT(offeredByFish("sgview help co"), ElementsAre("compare"));
     EXPECT_THAT(offeredByFish("sgview render --turn"), ElementsAre("--turntable"));
     EXPECT_THAT(offeredByFish("sgview info --turn"), ElementsAre());
@@ -131,6 +133,8 @@ TEST_F(Completion, Fish)
     EXPECT_THAT(offeredByFish("sgview render --format "), UnorderedElementsAre("png", "webp", "rgba", "y4m"));
     EXPECT_THAT(offeredByFish("sgview render --texture-folder te"), ElementsAre("textures/"));
     EXPECT_THAT(offeredByFish("sgview render --fps "), ElementsAre());
+    EXPECT_THAT(offeredByFish("sgview bench --scene sk"), ElementsAre("skinned", "skinned-varied"));
+    EXPECT_THAT(offeredByFish("sgview bench --scene du"), ElementsAre("duck.glb"));
     EXPECT_THAT(offeredByFish("sgview render -o n"), ElementsAre("notes.txt"));
 }
 
@@ -151,7 +155,11 @@ TEST_F(Completion, Zsh)
     EXPECT_THAT(render,
                 Contains("*--texture-folder=[Also look here for textures and side files]:DIR:_files -/"));
     EXPECT_THAT(render, Not(Contains(HasSubstr("--list-keys"))));
-    EXPECT_THAT(askedOfZsh("sgview help ''"), Contains("1:COMMAND:(render info demo compare diagnose help)"));
+    EXPECT_THAT(askedOfZsh("sgview bench ''"),
+                Contains(HasSubstr(":SCENE|FILE:{compadd - many textured skinned skinned-varied deep; "
+                                   "_files -g \"*.(#i)(3d|")));
+    EXPECT_THAT(askedOfZsh("sgview help ''"),
+                Contains("1:COMMAND:(render info demo compare diagnose bench help)"));
     EXPECT_EQ(runInShell("zsh -n '" + (folder / "config/completion").string() + "'").output, "");
 }
 

@@ -167,7 +167,7 @@ TEST_F(Configuration, EveryPrintedDefaultCanBeSet)
     }
     EXPECT_GT(count, 40U);
     writeFile("all", all);
-    for (char const* command : {"info", "compare", "diagnose"})
+    for (char const* command : {"info", "compare", "diagnose", "bench"})
         EXPECT_EQ(run({command, "--config", "all"}).errors.find("all:"), std::string::npos) << command;
     EXPECT_EQ(sizeOf({"--config", "all"}), "1024x768");
 }
@@ -235,6 +235,7 @@ TEST_F(Configuration, OfEveryCommand)
              {"demo", "--output", "a.png", "--config", "other"},
              {"compare", "--demo", "--config", "other"},
              {"diagnose", "--config", "other"},
+             {"bench", "--config", "other"},
              {"--print-config", "--config", "other"}})
         expectFailure(arguments, 2, "other:1: = is missing after broken");
     configure("broken");

@@ -25,7 +25,7 @@ TEST_F(Help, NamesTheCommands)
 {
     std::string const help = runWell({"--help"});
     for (char const* text :
-         {"Usage: sgview", "render", "info", "demo", "compare", "diagnose", "Exit status: 0"})
+         {"Usage: sgview", "render", "info", "demo", "compare", "diagnose", "bench", "Exit status: 0"})
         EXPECT_THAT(help, HasSubstr(text));
     EXPECT_EQ(runWell({"-h"}), help);
 }
@@ -130,6 +130,32 @@ TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
          {"--force", "--report FILE.html", "--json FILE", "--why", "--model FILE", "--animation NAME|INDEX",
           "--times COUNT|SECONDS,...", "--texture-folder DIR", "--memory-limit MIB", "--time-limit SECONDS",
           "default: 60", "--module PATH", "--quiet", "--log CHANNELS", "--version", "Exit status 1",
+          "Examples:"}},
+        {"bench",
+         {"--scene SCENE|FILE",
+          "many, textured, skinned, skinned-varied, deep",
+          "default: many",
+          "--count N",
+          "default: 10000 of many, 2000 of textured and deep, 64 of skinned, 1 of a file",
+          "--moving",
+          "--animation NAME|INDEX",
+          "default: the first",
+          "--frames N",
+          "default: 60",
+          "--output PICTURE.png",
+          "--json",
+          "--technique TECHNIQUE",
+          "default: auto",
+          "--size WxH",
+          "512x512",
+          "--device N|list",
+          "--module PATH",
+          "--texture-folder DIR",
+          "--memory-limit MIB",
+          "--time-limit SECONDS",
+          "--quiet",
+          "--log CHANNELS",
+          "--version",
           "Examples:"}}};
     for (auto const& [command, expected] : texts) {
         std::string const help = inOneLine(runWell({command, "--help"}));
@@ -140,7 +166,7 @@ TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
 
 TEST_F(Help, FitsATerminal)
 {
-    for (char const* command : {"", "render", "info", "demo", "compare", "diagnose", "help"}) {
+    for (char const* command : {"", "render", "info", "demo", "compare", "diagnose", "bench", "help"}) {
         std::istringstream help(runWell(*command ? std::vector<std::string>{command, "--help"}
                                                  : std::vector<std::string>{"--help"}));
         for (std::string line; std::getline(help, line);)
@@ -151,7 +177,7 @@ TEST_F(Help, FitsATerminal)
 TEST_F(Help, OfACommandByItsName)
 {
     EXPECT_EQ(runWell({"help"}), runWell({"--help"}));
-    for (char const* command : {"render", "info", "demo", "compare", "diagnose", "help"})
+    for (char const* command : {"render", "info", "demo", "compare", "diagnose", "bench", "help"})
         EXPECT_EQ(runWell({"help", command}), runWell({command, "--help"}));
     expectFailure({"help", "nothing"}, 2, "COMMAND: there is no command nothing");
 }
@@ -165,7 +191,8 @@ TEST_F(Help, VersionEverywhere)
                                                {"info", "--version"},
                                                {"demo", "--version"},
                                                {"compare", "--version"},
-                                               {"diagnose", "--version"}})
+                                               {"diagnose", "--version"},
+                                               {"bench", "--version"}})
         EXPECT_EQ(runWell(arguments), "sgview " SG_VERSION "\n");
 }
 

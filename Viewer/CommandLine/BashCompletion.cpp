@@ -81,7 +81,10 @@ std::string actionFor(Values const& values)
 {
     switch (values.files) {
     case Values::Files::models:
-        return "_sgview_models";
+        return "_sgview_models" +
+               (values.words.empty()
+                    ? ""
+                    : "; COMPREPLY+=($(compgen -W '" + joined(values.words, " ") + "' -- \"$current\"))");
     case Values::Files::folders:
         return "_sgview_files -d";
     case Values::Files::any:

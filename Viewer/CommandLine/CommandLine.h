@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Viewer/Bench/BenchSceneKind.h"
 #include "Viewer/CommandLine/Messages.h"
 #include "Viewer/CommandLine/Moments.h"
 #include "Viewer/Import/ImportOptions.h"
@@ -100,6 +101,23 @@ struct DiagnoseRequest {
     std::optional<std::uint32_t> timeLimit; ///< seconds
 };
 
+struct BenchRequest {
+    static constexpr int usualSide = 512; ///< pixels
+    static constexpr int usualFrames = 60;
+
+    std::optional<BenchSceneKind> scene = BenchSceneKind::many; ///< a crowd of the model where there is none
+    ModelRequest model;                                         ///< without its moment
+    std::optional<int> count;                                   ///< the usual one where nothing is said
+    bool moving = false;
+    int frames = usualFrames;
+    PictureSize size{usualSide, usualSide};
+    std::optional<std::filesystem::path> module;
+    std::optional<Technique> technique; ///< that of the stored verdict where nothing is said
+    DeviceRequest device;
+    std::optional<std::filesystem::path> output; ///< of the last frame
+    bool json = false;
+};
+
 struct WindowRequest {
     WindowOptions options;
     bool listKeys = false; ///< print the table of keys, and open no window
@@ -115,7 +133,8 @@ struct GeneralOptions {
 /// What a person typed, understood.
 struct CommandLine {
     MessageOptions messages;
-    std::variant<RenderRequest, InfoRequest, DemoRequest, CompareRequest, DiagnoseRequest, WindowRequest>
+    std::variant<RenderRequest, InfoRequest, DemoRequest, CompareRequest, DiagnoseRequest, BenchRequest,
+                 WindowRequest>
         request;
 };
 

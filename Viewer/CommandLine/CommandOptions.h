@@ -22,4 +22,6 @@ void addCompareCommand(CLI::App& app, CompareRequest& compare, GeneralOptions& g
 void addDiagnoseCommand(CLI::App& app, DiagnoseRequest& diagnose, ModelRequest& model,
                         GeneralOptions& general);
 
+void addBenchCommand(CLI::App& app, BenchRequest& bench, GeneralOptions& general);
+
 } // namespace sgview

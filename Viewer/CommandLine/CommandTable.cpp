@@ -50,6 +50,7 @@ CommandTable::CommandTable() : app_("Draws 3D models, and says what is in them."
     addDemoCommand(app_, demo_, general_["demo"]);
     addCompareCommand(app_, compare_, general_["compare"]);
     addDiagnoseCommand(app_, diagnose_, diagnosedModel_, general_["diagnose"]);
+    addBenchCommand(app_, bench_, general_["bench"]);
     addHelpCommand();
     app_.footer("sgview COMMAND --help tells the options of a command.\n"
                 "Exit status: 0 done, 1 bad input or a failed job, 2 bad usage.");
@@ -102,6 +103,8 @@ CommandLine CommandTable::commandLine() const
         return {messages, compare_};
     if (command == "diagnose")
         return {messages, diagnose_};
+    if (command == "bench")
+        return {messages, bench_};
     return {messages, window_};
 }
 

@@ -41,6 +41,7 @@ private:
     CompareRequest compare_;
     DiagnoseRequest diagnose_;
     ModelRequest diagnosedModel_;
+    BenchRequest bench_;
     WindowRequest window_;
     bool printsConfiguration_ = false;
     bool printsManual_ = false;

@@ -25,7 +25,9 @@ std::string actionFor(Values const& values)
         std::string suffixes;
         for (std::string_view const extension : modelExtensions())
             suffixes += " ." + std::string(extension);
-        return " -f -k -a " + literal("(__fish_complete_suffix" + suffixes + ")");
+        std::string const models = "(__fish_complete_suffix" + suffixes + ")";
+        return values.words.empty() ? " -f -k -a " + literal(models)
+                                    : " -x -k -a " + literal(joined(values.words, " ") + " " + models);
     }
     case Values::Files::folders:
         return " -x -a " + literal("(__fish_complete_directories)");

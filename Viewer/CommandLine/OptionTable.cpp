@@ -1,6 +1,7 @@
 #include "Viewer/CommandLine/OptionTable.h"
 
 #include "Utilities/Strings.h"
+#include "Viewer/Bench/BenchSceneKind.h"
 #include "Viewer/CommandLine/Shell.h"
 #include "Viewer/Output/PictureFormat.h"
 #include "Viewer/Platform/Technique.h"
@@ -26,6 +27,8 @@ Values valuesOfPlaceholder(std::string const& placeholder)
 {
     if (placeholder == "TECHNIQUE")
         return {namesOfAll(allTechniques, {"auto"})};
+    if (placeholder == "SCENE|FILE")
+        return {namesOfAll(allBenchScenes), Values::Files::models};
     if (placeholder == "FORMAT")
         return {namesOfAll(allPictureFormats)};
     if (placeholder == "SHELL")

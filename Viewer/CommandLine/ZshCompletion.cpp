@@ -29,7 +29,9 @@ std::string actionFor(Values const& values)
     switch (values.files) {
     case Values::Files::models: {
         std::vector<std::string> const suffixes(modelExtensions().begin(), modelExtensions().end());
-        return "_files -g \"*.(#i)(" + joined(suffixes, "|") + ")(-.)\"";
+        std::string const models = "_files -g \"*.(#i)(" + joined(suffixes, "|") + ")(-.)\"";
+        return values.words.empty() ? models
+                                    : "{compadd - " + joined(values.words, " ") + "; " + models + "}";
     }
     case Values::Files::folders:
         return "_files -/";

@@ -24,4 +24,7 @@ void run(WindowRequest const& request, Messages const& messages);
 /// Measures the graphics card, or tells what is known of it, on standard output.
 void run(DiagnoseRequest const& request, Messages const& messages);
 
+/// Draws a scene again and again, and writes to standard output what its frames cost.
+void run(BenchRequest const& request, Messages const& messages);
+
 } // namespace sgview

@@ -29,6 +29,10 @@ public:
 
     /// What the renderer says of the card and of the user's stored verdict.
     [[nodiscard]] SGRenderer const& engine() const { return module_.renderer(); }
+    [[nodiscard]] SGRenderer& engine() { return module_.renderer(); }
+
+    /// When the context was there, and the module not yet.
+    [[nodiscard]] std::chrono::steady_clock::time_point contextReady() const { return contextReady_; }
 
     /// What draws, in OpenGL's words: "llvmpipe (LLVM 15.0.6, 256 bits)".
     [[nodiscard]] static std::string driver();
@@ -45,6 +49,7 @@ private:
     void drawFrame(smart_ptr<SGRootNode> const& root);
 
     HeadlessContext context_;
+    std::chrono::steady_clock::time_point contextReady_ = std::chrono::steady_clock::now();
     SGRendererModule module_;
 };
 
