@@ -55,7 +55,9 @@ TEST_F(Failure, Commands)
     expectFailure({"render"}, badUsage, "FILE is required");
     expectFailure({"render", creature()}, badUsage, "--output is required");
     expectFailure({"info"}, badUsage, "FILE is required, or --gpu");
-    expectFailure({"demo"}, badUsage, "--output is required");
+    expectFailure({"demo"}, badUsage, "--output is required, or --window");
+    expectFailure({"demo", "--window", "--output", "a.png"}, badUsage, "--output excludes --window");
+    expectFailure({"demo", "--window", "--time", "1"}, badUsage, "--window excludes --time");
     expectFailure({"render", "", "--output", "a.png"}, badUsage, "FILE: no file is named");
     expectFailure({"render", creature(), "--output", ""}, badUsage, "--output: no file is named");
     expectFailure({"demo", "--wireframe", "--output", "a.png"}, badUsage,
@@ -69,8 +71,11 @@ TEST_F(Failure, WindowWithoutADisplay)
         {},
         false,
         {}};
-    std::string const line = "no display to open a window on; 'sgview render' draws into a file without one";
+    std::string const line =
+        "no display to open a window on; 'sgview render' and 'sgview demo --output' draw "
+        "into files without one";
     expectFailure({}, badInput, line, dark);
+    expectFailure({"demo", "--window"}, badInput, line, dark);
     expectFailure({creature()}, badInput, line, dark);
     expectFailure({creature(), "absent.glb"}, badInput, "absent.glb: there is no such file or command", dark);
 }

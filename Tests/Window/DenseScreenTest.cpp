@@ -91,6 +91,9 @@ protected:
         ASSERT_NO_FATAL_FAILURE(open({CREATURE, "--technique", "plain"}));
         // The compositor keeps the title to itself.
         ASSERT_TRUE(eventually([this] { return shareOtherThan(look(dense(scene)), 219, 224, 230) > 0.2; }));
+        // The compositor adds up movements, and on a busy machine misses some while it starts: it has the
+        // pointer elsewhere than the display then. Driven into the corner, both have it there.
+        user->moveTo(0, 0);
         putPointerAway();
     }
 

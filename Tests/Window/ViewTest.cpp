@@ -1,4 +1,3 @@
-#include "Tests/Frame/PngReader.h"
 #include "Tests/Window/WindowTesting.h"
 #include "Viewer/Platform/PngWriter.h"
 
@@ -19,17 +18,10 @@ constexpr unsigned wheelDown = 5;
 class View : public WindowTest {
 protected:
     /// Draws the same with `sgview render`.
-    sgview::Picture render(std::vector<std::string> arguments, sgview::PictureSize size)
+    [[nodiscard]] sgview::Picture render(std::vector<std::string> arguments, sgview::PictureSize size) const
     {
-        std::string const output = (folder / "rendered.png").string();
-        arguments.insert(arguments.begin(), {SGVIEW, "render"});
-        arguments.insert(arguments.end(), {"--output", output, "--size",
-                                           std::to_string(size.width) + "x" + std::to_string(size.height)});
-        Process rendering(arguments, {{"HOME", home.string()}, {"XDG_CONFIG_HOME", std::nullopt}},
-                          (folder / "render-errors").string());
-        EXPECT_TRUE(eventually([&] { return rendering.status().has_value(); }));
-        EXPECT_EQ(rendering.status(), 0);
-        return readPng(output);
+        arguments.insert(arguments.begin(), "render");
+        return draw(std::move(arguments), size);
     }
 };
 

@@ -22,6 +22,11 @@ fs::path makeFolder()
     return ::mkdtemp(name.data());
 }
 
+std::string inWords(sgview::PictureSize size)
+{
+    return std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
 void waitAMoment()
 {
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -109,7 +114,7 @@ void WindowTest::SetUp()
 
 void WindowTest::startDisplay(sgview::PictureSize size)
 {
-    std::string const screen = std::to_string(size.width) + "x" + std::to_string(size.height) + "x24";
+    std::string const screen = inWords(size) + "x24";
     server = std::make_unique<Process>(
         std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", screen, "-nolisten", "tcp"},
         Environment{}, (folder / "server").string());
@@ -127,8 +132,7 @@ void WindowTest::open(std::vector<std::string> arguments)
 {
     arguments.insert(arguments.begin(), SGVIEW);
     if (std::ranges::find(arguments, "--size") == arguments.end())
-        arguments.insert(arguments.end(), {"--size", std::to_string(windowSize.width) + "x" +
-                                                         std::to_string(windowSize.height)});
+        arguments.insert(arguments.end(), {"--size", inWords(windowSize)});
     Environment environment{{"SDL_VIDEODRIVER", std::nullopt},
                             {"HOME", home.string()},
                             {"XDG_CONFIG_HOME", std::nullopt},
@@ -210,6 +214,28 @@ bool WindowTest::returnsTo(Region const& region, sgview::Picture const& picture)
 {
     constexpr double singlePixels = 1e-3;
     return eventually([&] { return difference(look(region), picture) < singlePixels; });
+}
+
+sgview::Picture WindowTest::draw(std::vector<std::string> arguments, sgview::PictureSize size) const
+{
+    std::string const output = (folder / "drawn.png").string();
+    arguments.insert(arguments.begin(), SGVIEW);
+    arguments.insert(arguments.end(), {"--output", output, "--size", inWords(size)});
+    Process drawing(arguments, {{"HOME", home.string()}, {"XDG_CONFIG_HOME", std::nullopt}},
+                    (folder / "drawing-errors").string());
+    EXPECT_TRUE(eventually([&] { return drawing.status().has_value(); }));
+    EXPECT_EQ(drawing.status(), 0);
+    return readPng(output);
+}
+
+bool WindowTest::fallsIdle() const
+{
+    // What was being drawn is drawn; from then on nothing is.
+    return eventually([this] {
+        double const before = program->processorTime();
+        std::this_thread::sleep_for(std::chrono::seconds(1));
+        return program->processorTime() - before < 0.1;
+    });
 }
 
 std::string WindowTest::errors() const

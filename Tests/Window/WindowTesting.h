@@ -77,6 +77,12 @@ protected:
     /// Waits until a part shows a picture again, but for single pixels.
     [[nodiscard]] bool returnsTo(Region const& region, sgview::Picture const& picture) const;
 
+    /// What another command of sgview draws into a file.
+    [[nodiscard]] sgview::Picture draw(std::vector<std::string> arguments, sgview::PictureSize size) const;
+
+    /// Waits until the program uses next to no processor time.
+    [[nodiscard]] bool fallsIdle() const;
+
     /// What the program has said on standard error.
     [[nodiscard]] std::string errors() const;
 

@@ -72,7 +72,8 @@ struct InfoRequest {
 };
 
 struct DemoRequest {
-    PictureRequest picture;
+    PictureRequest picture; ///< without its output where a window shows it
+    bool window = false;
     double seconds = 0.0;
 };
 

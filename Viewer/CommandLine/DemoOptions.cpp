@@ -8,20 +8,29 @@ void addDemoCommand(CLI::App& app, DemoRequest& demo, GeneralOptions& general)
 {
     CLI::App* const command = app.add_subcommand("demo", "Draw a scene that shows what the renderer can do");
     command->option_defaults()->group("Output");
-    addOption(*command, "-o,--output", demo.picture.output, asPath,
-              "The PNG file to write; - is standard output")
-        ->type_name("OUT.png")
-        ->configurable(false)
-        ->required();
+    CLI::Option* const output = addOption(*command, "-o,--output", demo.picture.output, asPath,
+                                          "The PNG file to write; - is standard output")
+                                    ->type_name("OUT.png")
+                                    ->configurable(false);
+    CLI::Option* const window =
+        command->add_flag("--window", demo.window, "Show the scene in a window, where it moves")
+            ->configurable(false)
+            ->excludes(output);
     command->option_defaults()->group("Pose");
     addNumber(*command, "-t,--time", demo.seconds, 0.0, Moments::latest,
               "Moment of the scene, seconds from its start")
         ->type_name("SECONDS")
-        ->configurable(false);
-    addDrawingOptions(*command, demo.picture);
+        ->configurable(false)
+        ->excludes(window);
+    addDrawingOptions(*command, demo.picture, "the picture or the window");
     addGeneralOptions(*command, general);
-    command->footer("Example:\n"
-                    "  sgview demo --output demo.png");
+    command->callback([output, &demo] {
+        if (output->empty() && !demo.window)
+            throw UsageError("--output is required, or --window");
+    });
+    command->footer("Examples:\n"
+                    "  sgview demo --output demo.png\n"
+                    "  sgview demo --window");
 }
 
 } // namespace sgview

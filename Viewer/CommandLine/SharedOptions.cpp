@@ -171,10 +171,10 @@ CLI::Option* addDevice(CLI::App& app, DeviceRequest& device)
         ->type_name("N|list");
 }
 
-void addDrawingOptions(CLI::App& app, PictureRequest& picture)
+void addDrawingOptions(CLI::App& app, PictureRequest& picture, std::string const& what)
 {
     beginGroup(app, "Drawing");
-    addSize(app, picture.size, "the picture");
+    addSize(app, picture.size, what);
     addTechnique(app, picture.technique);
     addModule(app, picture.module);
 }

@@ -59,7 +59,7 @@ void addSize(CLI::App& app, PictureSize& size, std::string const& what);
 CLI::Option* addModule(CLI::App& app, std::optional<std::filesystem::path>& module);
 void addTechnique(CLI::App& app, std::optional<Technique>& technique);
 CLI::Option* addDevice(CLI::App& app, DeviceRequest& device);
-void addDrawingOptions(CLI::App& app, PictureRequest& picture);
+void addDrawingOptions(CLI::App& app, PictureRequest& picture, std::string const& what = "the picture");
 
 void addViewOptions(CLI::App& app, CameraView& view);
 void addSceneOptions(CLI::App& app, SceneOptions& scene, bool mayBeTransparent = false);

@@ -12,7 +12,7 @@ void run(RenderRequest const& request, Messages const& messages);
 /// Writes to standard output what is in a model, or what the graphics driver says.
 void run(InfoRequest const& request, Messages const& messages);
 
-/// Draws the demonstration scene into a PNG file.
+/// Draws the demonstration scene into a PNG file, or shows it in a window and returns when that is closed.
 void run(DemoRequest const& request, Messages const& messages);
 
 /// Draws the same frames by every technique, and writes to standard output how they differ.

@@ -4,6 +4,8 @@
 #include "Utilities/Prefs.h"
 #include "Viewer/Diagnosis/DiagnosisFigures.h"
 
+#include <utility>
+
 namespace sgview {
 
 namespace {
@@ -81,6 +83,17 @@ ChosenTechnique measuredTechnique(SGRenderer const& renderer,
         messages.warn(std::string("drawn by the plain technique: ") + busy.what());
         return {Technique::plain, std::string("right on every card; ") + busy.what()};
     }
+}
+
+TechniqueFinder techniqueFinder(std::optional<Technique> asked, std::optional<std::filesystem::path> module,
+                                Messages const& messages)
+{
+    return [asked, module = std::move(module), &messages](SGRenderer const& renderer) -> ChosenTechnique {
+        if (asked)
+            return {*asked, "asked for by --technique"};
+        Progress progress = messages.begin(measuring);
+        return measuredTechnique(renderer, module, progress, messages);
+    };
 }
 
 } // namespace sgview

@@ -17,6 +17,11 @@ namespace sgview {
                                                 std::optional<std::filesystem::path> const& module,
                                                 Progress& progress, Messages const& messages);
 
+/// Finds the technique that was asked for, or else the one above. Refers to the messages.
+[[nodiscard]] TechniqueFinder techniqueFinder(std::optional<Technique> asked,
+                                              std::optional<std::filesystem::path> module,
+                                              Messages const& messages);
+
 /// Measures, and says how far it is. What the run logs goes to this process's log.
 [[nodiscard]] SupervisedDiagnosis runDiagnostic(DiagnosticOptions const& options, Progress& progress);
 

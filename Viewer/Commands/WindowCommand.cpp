@@ -23,15 +23,6 @@ void checkExistence(std::vector<std::filesystem::path> const& files)
     }
 }
 
-ChosenTechnique findTechnique(SGRenderer const& renderer, WindowOptions const& options,
-                              Messages const& messages)
-{
-    if (options.technique)
-        return {*options.technique, "asked for by --technique"};
-    Progress progress = messages.begin("measuring the graphics card");
-    return measuredTechnique(renderer, options.module, progress, messages);
-}
-
 } // namespace
 
 void run(WindowRequest const& request, Messages const& messages)
@@ -42,9 +33,8 @@ void run(WindowRequest const& request, Messages const& messages)
         return;
     }
     checkExistence(request.options.files);
-    ViewerWindow(request.options, [&](SGRenderer const& renderer) {
-        return findTechnique(renderer, request.options, messages);
-    }).run();
+    WindowOptions const& options = request.options;
+    ViewerWindow(options, techniqueFinder(options.technique, options.module, messages)).run();
 }
 
 } // namespace sgview

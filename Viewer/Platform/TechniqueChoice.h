@@ -3,6 +3,7 @@
 #include "SceneGraph/SGRenderer.h"
 #include "Viewer/Platform/Technique.h"
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -19,6 +20,9 @@ struct ChosenTechnique {
     Technique technique = Technique::plain;
     std::string reason; ///< "asked for by --technique"
 };
+
+/// Says by which technique to draw first.
+using TechniqueFinder = std::function<ChosenTechnique(SGRenderer const&)>;
 
 // All of these need a current context.
 

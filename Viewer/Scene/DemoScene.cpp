@@ -93,13 +93,18 @@ void DemoScene::addCreatures(smart_ptr<SGNode> const& lit)
     creatures_.emplace_back(creature_, wireframe(), placed(lit, {{1.3, 1.05, -0.5}, -1.2, 0.75}));
 }
 
+double DemoScene::length() const
+{
+    std::vector<ModelAnimation> const& animations = creature_->model().animations;
+    return animations.empty() ? 0.0 : animations.front().length;
+}
+
 void DemoScene::pose(double seconds)
 {
-    if (creature_->model().animations.empty())
+    if (!(length() > 0.0))
         return;
-    double const length = creature_->model().animations.front().length;
     for (std::size_t i = 0; i < creatures_.size(); ++i)
-        creatures_[i].pose(0, std::fmod(seconds + phaseStep * static_cast<double>(i), length));
+        creatures_[i].pose(0, std::fmod(seconds + phaseStep * static_cast<double>(i), length()));
 }
 
 void DemoScene::setView(int width, int height)

@@ -21,6 +21,9 @@ public:
     /// What the renderer draws. Set a view first.
     [[nodiscard]] smart_ptr<SGRootNode> const& root() const { return root_; }
 
+    /// Seconds after which it moves as from the start; 0 where nothing moves.
+    [[nodiscard]] double length() const;
+
     /// Moves every creature on.
     void pose(double seconds);
 

@@ -53,8 +53,7 @@ void ViewerWindow::run()
             framesWanted_ = framesToSettle;
         if (!isFrameDue())
             continue;
-        Time const start = std::chrono::steady_clock::now();
-        nextFrame_ = start + std::chrono::duration_cast<Time::duration>(context_.refreshInterval());
+        context_.beginFrame();
         drawFrame();
         if (framesWanted_ > 0)
             --framesWanted_;
@@ -66,18 +65,14 @@ bool ViewerWindow::isFrameDue() const
     return context_.isShown() && (framesWanted_ > 0 || session_.document.load());
 }
 
-std::chrono::milliseconds ViewerWindow::patience(Time now) const
+std::chrono::milliseconds ViewerWindow::patience() const
 {
-    using std::chrono::milliseconds;
-    if (!isFrameDue())
-        return FileWatch::interval;
-    return std::max(std::chrono::ceil<milliseconds>(nextFrame_ - now), milliseconds(0));
+    return isFrameDue() ? context_.untilNextFrame() : FileWatch::interval;
 }
 
 void ViewerWindow::handleEvents()
 {
-    auto const wait = static_cast<int>(patience(std::chrono::steady_clock::now()).count());
-    SDL_WaitEventTimeout(nullptr, wait);
+    SDL_WaitEventTimeout(nullptr, static_cast<int>(patience().count()));
     bool hasMoved = false;
     while (std::optional<SDL_Event> const next = nextEvent(SDL_PEEKEVENT)) {
         // Whom a button is meant for is known a frame after the pointer has come to its place.

@@ -11,7 +11,6 @@
 #include "Viewer/Window/WindowContext.h"
 
 #include <chrono>
-#include <functional>
 #include <optional>
 #include <string>
 
@@ -20,9 +19,6 @@ namespace sgview {
 /// The window that shows models, until a person closes it. Draws only when something has changed or plays.
 class ViewerWindow {
 public:
-    /// Says by which technique to draw first.
-    using TechniqueFinder = std::function<ChosenTechnique(SGRenderer const&)>;
-
     /// \throws ContextError, SGModuleError, TechniqueError
     ViewerWindow(WindowOptions const& options, TechniqueFinder const& findTechnique);
 
@@ -42,7 +38,7 @@ private:
     void arrange();
     void keepPicture(bool withPanel);
     [[nodiscard]] bool isFrameDue() const;
-    [[nodiscard]] std::chrono::milliseconds patience(Time now) const;
+    [[nodiscard]] std::chrono::milliseconds patience() const;
     void updateTitle();
 
     WindowContext context_;
@@ -59,7 +55,6 @@ private:
     float panelWidth_ = 0.0F;      ///< points, as arranged last
     quarl::Rect<int> sceneArea_{}; ///< pixels, from the lower left corner
     int framesWanted_ = 1;
-    Time nextFrame_;
     std::optional<bool> pictureWanted_; ///< whether with the panel
     bool isOpen_ = true;
 };

@@ -106,7 +106,7 @@ WindowContext::WindowContext(PictureSize size)
     if (!context_)
         throw ContextError("no display to open a window on" +
                            (reasons.empty() ? std::string() : " (" + reasons + ")") +
-                           "; 'sgview render' draws into a file without one");
+                           "; 'sgview render' and 'sgview demo --output' draw into files without one");
     if (SDL_GL_SetSwapInterval(-1) != 0)
         SDL_GL_SetSwapInterval(1);
     SGRendererManager::shutdown = false;
@@ -172,6 +172,19 @@ std::chrono::duration<double> WindowContext::refreshInterval() const
     SDL_DisplayMode mode{};
     bool const known = SDL_GetWindowDisplayMode(window_.get(), &mode) == 0 && mode.refresh_rate > 0;
     return std::chrono::duration<double>(1.0 / (known ? mode.refresh_rate : usual));
+}
+
+void WindowContext::beginFrame()
+{
+    using Clock = std::chrono::steady_clock;
+    nextFrame_ = Clock::now() + std::chrono::duration_cast<Clock::duration>(refreshInterval());
+}
+
+std::chrono::milliseconds WindowContext::untilNextFrame() const
+{
+    using std::chrono::milliseconds;
+    return std::max(std::chrono::ceil<milliseconds>(nextFrame_ - std::chrono::steady_clock::now()),
+                    milliseconds(0));
 }
 
 void WindowContext::setTitle(std::string const& title)

@@ -33,8 +33,11 @@ public:
     /// Whether there is anything to be seen of it: neither minimised nor hidden.
     [[nodiscard]] bool isShown() const;
 
-    /// From one refresh of the screen to the next.
-    [[nodiscard]] std::chrono::duration<double> refreshInterval() const;
+    /// Says that a frame is begun now.
+    void beginFrame();
+
+    /// How long to wait before the next frame: no more are drawn than the screen shows.
+    [[nodiscard]] std::chrono::milliseconds untilNextFrame() const;
 
     void setTitle(std::string const& title);
     void toggleFullScreen();
@@ -62,10 +65,12 @@ private:
 
     void open(char const* driver, PictureSize size);
     bool openWith(int samples, PictureSize size);
+    [[nodiscard]] std::chrono::duration<double> refreshInterval() const;
 
     std::unique_ptr<VideoDriver> driver_;
     std::unique_ptr<SDL_Window, WindowEnd> window_;
     std::unique_ptr<void, ContextEnd> context_;
+    std::chrono::steady_clock::time_point nextFrame_;
 };
 
 } // namespace sgview
