@@ -38,10 +38,11 @@ def bar_chart(title, note, unit_name, groups):
         top = y
         for label, value, text in bars:
             length = max(min(value, LONGEST) * scale, 1.0)
+            after = LABEL + max(length, scale) + 6  # beyond the line, which would run through it
             color = f"bar{labels.index(label) % 5}"
             parts += [f'  <text x="{LABEL - 8}" y="{y + 14}" text-anchor="end">{escape(label)}</text>',
                       f'  <rect class="{color}" x="{LABEL}" y="{y + 1}" width="{length:.1f}" height="{BAR - 2}"/>',
-                      f'  <text x="{LABEL + length + 6:.1f}" y="{y + 14}">{escape(text)}</text>']
+                      f'  <text x="{after:.1f}" y="{y + 14}">{escape(text)}</text>']
             if value > LONGEST:
                 cut = f"M{LABEL + length - 24:.1f} {y + BAR} l6 -{BAR} m6 0 l-6 {BAR}"
                 parts.append(f'  <path class="cut" d="{cut}"/>')

@@ -7,7 +7,6 @@
 #include "Viewer/Scene/SimilaritySplit.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace sgview {
@@ -37,56 +36,6 @@ std::vector<SGTextureLayer> makeLayers(ModelResources const& resources, ModelMat
         layers.push_back(std::move(layer));
     }
     return layers;
-}
-
-/// The rest geometry, stretched; normals go by the cofactors, which turn them as tangents are turned.
-smart_ptr<SurfaceGeometryData> stretched(GeometryData const& geometry, SurfaceGeometryData const* normals,
-                                         Matrix3 const& stretching)
-{
-    auto copy = make_smart<SurfaceGeometryData>();
-    copy->closed = geometry.closed;
-    copy->vertices.reserve(geometry.vertices.size());
-    for (Vector3 const& vertex : geometry.vertices)
-        copy->vertices.push_back(stretching * vertex);
-    if (normals) {
-        Matrix3 const turning = cofactors(stretching);
-        copy->normals.reserve(normals->normals.size());
-        for (UVector3 const& normal : normals->normals)
-            copy->normals.emplace_back(turning * normal);
-    }
-    return copy;
-}
-
-/// Without the rounding that a turning hierarchy leaves, which is no reason to copy geometry anew. A function
-/// of the pose alone: what was posed before does not count.
-Matrix3 settled(Matrix3 stretching)
-{
-    constexpr double grid = 0x1p42;
-    for (int i = 0; i < 9; ++i)
-        stretching[i] = std::round(stretching[i] * grid) / grid;
-    return stretching;
-}
-
-/// What the bones do to a vertex, as one map.
-BoneTransform blended(std::span<BoneInfluence const> influences, std::vector<BoneTransform> const& bones)
-{
-    BoneTransform sum{Matrix3() * 0.0, Vector3()};
-    for (BoneInfluence const& influence : influences) {
-        BoneTransform const& bone = bones[static_cast<std::size_t>(influence.bone)];
-        for (int i = 0; i < 9; ++i)
-            sum.rotation[i] += bone.rotation[i] * influence.weight;
-        sum.translation += bone.translation * influence.weight;
-    }
-    return sum;
-}
-
-Vector3 skinned(Vector3 const& rest, std::span<BoneInfluence const> influences,
-                std::vector<BoneTransform> const& bones)
-{
-    Vector3 sum;
-    for (BoneInfluence const& influence : influences)
-        sum += bones[static_cast<std::size_t>(influence.bone)].transform(rest) * influence.weight;
-    return sum;
 }
 
 } // namespace
@@ -138,15 +87,15 @@ void ModelInstance::pose(Index animation, double seconds)
                 ? splits[i].outer
                 : relativeTransform(splits[static_cast<std::size_t>(parent)].outer, splits[i].outer);
     }
-    for (Item& item : items_) {
-        if (item.node == none)
+    for (PosedPart& part : parts_) {
+        if (part.node == none)
             continue;
-        auto const node = static_cast<std::size_t>(item.node);
-        item.outer = splits[node].outer;
-        item.map = item.outer.getMatrix() * Matrix(splits[node].inner, Vector3());
-        if (item.place)
-            item.place->transform = item.outer;
-        bake(item, splits[node].inner);
+        auto const node = static_cast<std::size_t>(part.node);
+        part.outer = splits[node].outer;
+        part.map = part.outer.getMatrix() * Matrix(splits[node].inner, Vector3());
+        if (part.place)
+            part.place->transform = part.outer;
+        part.stretch(splits[node].inner);
     }
 }
 
@@ -167,21 +116,22 @@ void ModelInstance::poseSkins(std::vector<Matrix> const& globals)
 
 void ModelInstance::sortBlended(Vector3 const& viewDirection)
 {
+    Matrix const top = top_->transform.getMatrix();
     std::vector<std::pair<double, SGTransformNode*>> order;
-    auto const end = items_.cend();
-    for (auto first = items_.cbegin(), last = first; first != end; first = last) {
+    auto const end = parts_.cend();
+    for (auto first = parts_.cbegin(), last = first; first != end; first = last) {
         // The parts of a split surface keep their order, as the triangles of one surface do.
-        last = std::find_if(first + 1, end, [&](Item const& item) {
-            return item.split == none || item.split != first->split;
+        last = std::find_if(first + 1, end, [&](PosedPart const& part) {
+            return part.split == none || part.split != first->split;
         });
         if (!first->place)
             continue;
         Bounds bounds;
-        std::for_each(first, last, [&](Item const& item) { bounds.add(boundsOf(item)); });
+        std::for_each(first, last, [&](PosedPart const& part) { bounds.add(part.bounds(top)); });
         double const depth = bounds.empty() ? 0.0 : dot(viewDirection, (bounds.low + bounds.high) * 0.5);
-        std::for_each(first, last, [&](Item const& item) {
-            if (item.place)
-                order.emplace_back(depth, item.place.get());
+        std::for_each(first, last, [&](PosedPart const& part) {
+            if (part.place)
+                order.emplace_back(depth, part.place.get());
         });
     }
     std::stable_sort(order.begin(), order.end(),
@@ -192,18 +142,20 @@ void ModelInstance::sortBlended(Vector3 const& viewDirection)
 
 std::vector<SurfaceBounds> ModelInstance::surfaceBounds() const
 {
+    Matrix const top = top_->transform.getMatrix();
     std::vector<SurfaceBounds> all;
-    for (Item const& item : items_)
-        all.push_back({item.name, boundsOf(item)});
+    for (PosedPart const& part : parts_)
+        all.push_back({part.name, part.bounds(top)});
     return all;
 }
 
 std::vector<Vector3> ModelInstance::posedVertices() const
 {
+    Matrix const top = top_->transform.getMatrix();
     std::vector<Vector3> all;
-    for (Item const& item : items_)
-        if (item.drawn->getParent())
-            forEachVertex(item, [&all](Vector3 const& vertex) { all.push_back(vertex); });
+    for (PosedPart const& part : parts_)
+        if (part.drawn->getParent())
+            part.addVertices(top, all);
     return all;
 }
 
@@ -219,82 +171,38 @@ std::vector<Vector3> ModelInstance::posedNodes() const
 std::vector<PosedNormal> ModelInstance::posedNormals(std::size_t step) const
 {
     std::vector<PosedNormal> all;
-    for (Item const& item : items_)
-        if (item.restNormals && item.drawn->getParent())
-            addPosedNormals(item, step, all);
+    for (PosedPart const& part : parts_)
+        if (part.restNormals && part.drawn->getParent())
+            part.addNormals(top_->transform, step, all);
     return all;
 }
 
-void ModelInstance::addPosedNormals(Item const& item, std::size_t step, std::vector<PosedNormal>& all) const
+void ModelInstance::setShown(std::size_t index, bool shown)
 {
-    Matrix const top = top_->transform.getMatrix();
-    std::vector<Vector3> const& vertices = item.rest->get()->vertices;
-    std::vector<UVector3> const& normals = item.restNormals->get()->normals;
-    auto const* const surface = static_cast<SGSurfaceGeometryReferenceNode const*>(item.drawn.get());
-    for (std::size_t i = 0; i < vertices.size(); i += step) {
-        BoneTransform const map = item.skin == none
-                                      ? BoneTransform{Matrix3(item.map), translationOf(item.map)}
-                                      : blended(surface->getBoneWeights()->get()->influences(i),
-                                                surface->getBoneTransforms()->get().transforms);
-        // A bone that mirrors turns normals inwards, as the renderer does; a mirroring node does not.
-        bool const inverts = item.skin == none && item.outer.getScale() < 0.0;
-        Vector3 const direction = cofactors(map.rotation) * normals[i] * (inverts ? -1.0 : 1.0);
-        all.push_back({transformPoint(top, map.transform(vertices[i])),
-                       UVector3(top_->transform.getRotation() * direction * top_->transform.getScale())});
-    }
-}
-
-void ModelInstance::setShown(std::size_t part, bool shown)
-{
-    Item const& item = items_[part];
+    PosedPart const& part = parts_[index];
     if (!shown)
-        item.drawn->deparent();
-    else if (!item.drawn->getParent())
-        item.drawn->reparent(slotOf(item), false);
+        part.drawn->deparent();
+    else if (!part.drawn->getParent())
+        part.drawn->reparent(slotOf(part), false);
 }
 
-bool ModelInstance::isShown(std::size_t part) const
+bool ModelInstance::isShown(std::size_t index) const
 {
-    return items_[part].drawn->getParent() != nullptr;
+    return parts_[index].drawn->getParent() != nullptr;
 }
 
-void ModelInstance::setBlending(std::size_t part, bool blending)
+void ModelInstance::setBlending(std::size_t index, bool blending)
 {
-    Item& item = items_[part];
-    item.drawn->blending = blending;
-    if (blending == (item.place != nullptr))
+    PosedPart& part = parts_[index];
+    part.drawn->blending = blending;
+    if (blending == (part.place != nullptr))
         return;
-    bool const shown = isShown(part);
-    item.drawn->deparent();
-    if (item.place)
-        item.place->deparent();
-    makeSlot(item, blending);
-    setShown(part, shown);
-}
-
-template <typename Function>
-void ModelInstance::forEachVertex(Item const& item, Function function) const
-{
-    Matrix const top = top_->transform.getMatrix();
-    std::vector<Vector3> const& vertices = item.rest->get()->vertices;
-    if (item.skin == none) {
-        Matrix const map = top * item.map;
-        for (Vector3 const& vertex : vertices)
-            function(transformPoint(map, vertex));
-        return;
-    }
-    auto const* const surface = static_cast<SGSurfaceGeometryReferenceNode const*>(item.drawn.get());
-    BoneWeightsData const& weights = *surface->getBoneWeights()->get();
-    std::vector<BoneTransform> const& bones = surface->getBoneTransforms()->get().transforms;
-    for (std::size_t i = 0; i < vertices.size(); ++i)
-        function(transformPoint(top, skinned(vertices[i], weights.influences(i), bones)));
-}
-
-Bounds ModelInstance::boundsOf(Item const& item) const
-{
-    Bounds bounds;
-    forEachVertex(item, [&bounds](Vector3 const& vertex) { bounds.add(vertex); });
-    return bounds;
+    bool const shown = isShown(index);
+    part.drawn->deparent();
+    if (part.place)
+        part.place->deparent();
+    makeSlot(part, blending);
+    setShown(index, shown);
 }
 
 void ModelInstance::addSurface(Index surface, Index owner)
@@ -304,17 +212,17 @@ void ModelInstance::addSurface(Index surface, Index owner)
     ModelMaterial const& material = model.materials[static_cast<std::size_t>(source.material)];
     SurfaceResources const& shared = resources_->surface(surface);
 
-    Item item;
-    item.name = source.name;
-    item.owner = owner;
-    item.material = source.material;
-    item.node = source.skin == none ? owner : none;
-    item.skin = source.skin;
-    item.split = splitOf(surface);
-    item.rest = shared.geometry;
-    item.restNormals = shared.normals;
-    makeSlot(item, material.blending);
-    auto drawn = make_smart<SGSurfaceGeometryReferenceNode>(slotOf(item));
+    PosedPart part;
+    part.name = source.name;
+    part.owner = owner;
+    part.material = source.material;
+    part.node = source.skin == none ? owner : none;
+    part.skin = source.skin;
+    part.split = splitOf(surface);
+    part.rest = shared.geometry;
+    part.restNormals = shared.normals;
+    makeSlot(part, material.blending);
+    auto drawn = make_smart<SGSurfaceGeometryReferenceNode>(slotOf(part));
     drawn->material = makeMaterial(material);
     drawn->blending = material.blending;
     drawn->unlit = material.unlit || options_.unlit;
@@ -331,8 +239,8 @@ void ModelInstance::addSurface(Index surface, Index owner)
         drawn->setBoneWeights(shared.boneWeights);
         drawn->setBoneTransforms(poses_[static_cast<std::size_t>(source.skin)]);
     }
-    item.drawn = drawn;
-    items_.push_back(std::move(item));
+    part.drawn = drawn;
+    parts_.push_back(std::move(part));
 }
 
 Index ModelInstance::splitOf(Index surface) const
@@ -350,40 +258,40 @@ void ModelInstance::addCurve(Index curve, Index owner)
     ModelCurve const& source = model.curves[static_cast<std::size_t>(curve)];
     ModelMaterial const& material = model.materials[static_cast<std::size_t>(source.material)];
 
-    Item item;
-    item.name = source.name;
-    item.owner = owner;
-    item.material = source.material;
-    item.node = owner;
-    item.rest = resources_->curve(curve);
-    makeSlot(item, material.blending);
-    auto drawn = make_smart<SGCurveGeometryReferenceNode>(slotOf(item));
+    PosedPart part;
+    part.name = source.name;
+    part.owner = owner;
+    part.material = source.material;
+    part.node = owner;
+    part.rest = resources_->curve(curve);
+    makeSlot(part, material.blending);
+    auto drawn = make_smart<SGCurveGeometryReferenceNode>(slotOf(part));
     drawn->material = makeMaterial(material);
     makeUnlit(drawn->material);
     drawn->blending = material.blending;
     drawn->lineWidth = options_.lineWidth;
-    drawn->setGeometry(item.rest);
-    item.drawn = drawn;
-    items_.push_back(std::move(item));
+    drawn->setGeometry(part.rest);
+    part.drawn = drawn;
+    parts_.push_back(std::move(part));
 }
 
-/// What an item is drawn below while it is shown.
-smart_ptr<SGNode> ModelInstance::slotOf(Item const& item)
+/// What a part is drawn below while it is shown.
+smart_ptr<SGNode> ModelInstance::slotOf(PosedPart const& part)
 {
-    return item.place ? smart_ptr<SGNode>(item.place) : item.home;
+    return part.place ? smart_ptr<SGNode>(part.place) : part.home;
 }
 
-void ModelInstance::makeSlot(Item& item, bool blending)
+void ModelInstance::makeSlot(PosedPart& part, bool blending)
 {
     if (blending) {
-        item.place = make_smart<SGTransformNode>(blendedGroup_);
-        item.place->transform = item.outer;
+        part.place = make_smart<SGTransformNode>(blendedGroup_);
+        part.place->transform = part.outer;
         return;
     }
-    item.place.reset();
-    if (!item.home)
-        item.home =
-            make_smart<SGOrderedGroupNode>(item.node == none ? opaqueGroup_ : transformNode(item.node));
+    part.place.reset();
+    if (!part.home)
+        part.home =
+            make_smart<SGOrderedGroupNode>(part.node == none ? opaqueGroup_ : transformNode(part.node));
 }
 
 smart_ptr<SGNode> ModelInstance::transformNode(Index node)
@@ -413,23 +321,6 @@ Transform ModelInstance::localTransform(std::size_t node) const
     if (parent == none)
         return own;
     return relativeTransform(splitSimilarity(nodeMaps_[static_cast<std::size_t>(parent)]).outer, own);
-}
-
-void ModelInstance::bake(Item& item, Matrix3 const& inner) const
-{
-    Matrix3 const stretching = settled(inner);
-    if (stretching == item.baked)
-        return;
-    item.baked = stretching;
-    SurfaceGeometryData const* const normals = item.restNormals ? item.restNormals->get().get() : nullptr;
-    bool const plain = stretching == Matrix3();
-    smart_ptr<SurfaceGeometryData> copy;
-    if (!plain)
-        copy = stretched(*item.rest->get(), normals, stretching);
-    item.drawn->setGeometry(plain ? item.rest : make_smart<SharedGeometry>(copy));
-    if (normals)
-        static_cast<SGSurfaceGeometryReferenceNode*>(item.drawn.get())
-            ->setNormals(plain ? item.restNormals : make_smart<SharedSurfaceGeometry>(copy));
 }
 
 } // namespace sgview
