@@ -43,18 +43,6 @@ void askForFixedFunction()
 
 } // namespace
 
-HeadlessContext::VideoDriver::VideoDriver(char const* name)
-{
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    if (SDL_VideoInit(name) != 0)
-        fail();
-}
-
-HeadlessContext::VideoDriver::~VideoDriver()
-{
-    SDL_VideoQuit();
-}
-
 HeadlessContext::HeadlessContext(PictureSize size) : size_(size)
 {
     std::string reasons;

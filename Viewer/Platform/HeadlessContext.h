@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Viewer/Platform/Picture.h"
+#include "Viewer/Platform/SDLHandles.h"
 
 #include <SDL2/SDL.h>
 
@@ -32,21 +33,6 @@ public:
     [[nodiscard]] PictureSize size() const { return size_; }
 
 private:
-    /// SDL's video driver of a name, for as long as it is needed.
-    class VideoDriver {
-    public:
-        explicit VideoDriver(char const* name);
-        VideoDriver(VideoDriver const&) = delete;
-        VideoDriver& operator=(VideoDriver const&) = delete;
-        ~VideoDriver();
-    };
-    struct WindowEnd {
-        void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
-    };
-    struct ContextEnd {
-        void operator()(void* context) const { SDL_GL_DeleteContext(context); }
-    };
-
     void open(char const* driver);
     void checkDrawable() const;
 

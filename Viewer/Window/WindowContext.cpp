@@ -72,20 +72,6 @@ void askForFixedFunction(int samples)
 
 } // namespace
 
-WindowContext::VideoDriver::VideoDriver(char const* name)
-{
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
-    SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
-    if (SDL_VideoInit(name) != 0)
-        throw ContextError(SDL_GetError());
-}
-
-WindowContext::VideoDriver::~VideoDriver()
-{
-    SDL_VideoQuit();
-}
-
 WindowContext::WindowContext(PictureSize size)
 {
     std::string reasons;
@@ -121,6 +107,8 @@ void WindowContext::open(char const* driver, PictureSize size)
 {
     constexpr int smooth = 4;
     XErrorsOutlived const guard;
+    SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
+    SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
     driver_ = std::make_unique<VideoDriver>(driver);
     if (openWith(smooth, size) || openWith(0, size))
         return;

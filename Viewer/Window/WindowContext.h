@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Viewer/Platform/Picture.h"
+#include "Viewer/Platform/SDLHandles.h"
 
 #include <SDL2/SDL.h>
 
@@ -49,20 +50,6 @@ public:
     [[nodiscard]] void* context() const { return context_.get(); }
 
 private:
-    class VideoDriver {
-    public:
-        explicit VideoDriver(char const* name);
-        VideoDriver(VideoDriver const&) = delete;
-        VideoDriver& operator=(VideoDriver const&) = delete;
-        ~VideoDriver();
-    };
-    struct WindowEnd {
-        void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
-    };
-    struct ContextEnd {
-        void operator()(void* context) const { SDL_GL_DeleteContext(context); }
-    };
-
     void open(char const* driver, PictureSize size);
     bool openWith(int samples, PictureSize size);
     [[nodiscard]] std::chrono::duration<double> refreshInterval() const;
