@@ -258,8 +258,14 @@ std::vector<fs::path> WindowTest::keptPictures() const
 
 sgview::Picture WindowTest::keep(bool withPanel)
 {
-    std::size_t const before = keptPictures().size();
+    std::vector<fs::path> const before = keptPictures();
     user->type(XK_p, withPanel);
-    EXPECT_TRUE(eventually([&] { return keptPictures().size() == before + 1; }));
-    return readPng(keptPictures().back());
+    std::vector<fs::path> added;
+    EXPECT_TRUE(eventually([&] {
+        added.clear(); // names do not tell which is newer
+        std::ranges::set_difference(keptPictures(), before, std::back_inserter(added));
+        return !added.empty();
+    }));
+    EXPECT_EQ(added.size(), 1u);
+    return added.empty() ? sgview::Picture({}) : readPng(added.front());
 }

@@ -228,7 +228,7 @@ void Controls::leave()
 
 void Controls::press(SDL_KeyboardEvent const& event)
 {
-    if (std::optional<Action> const action = actionOf(event.keysym))
+    if (std::optional<Action> const action = actionOf(event))
         perform(*action);
 }
 

@@ -64,12 +64,12 @@ void DemoWindow::handle(SDL_Event const& event)
     if (event.type == SDL_QUIT)
         isOpen_ = false;
     else if (event.type == SDL_KEYDOWN)
-        press(event.key.keysym);
+        press(event.key);
     else if (event.type == SDL_WINDOWEVENT)
         hasChanged_ = true;
 }
 
-void DemoWindow::press(SDL_Keysym const& key)
+void DemoWindow::press(SDL_KeyboardEvent const& key)
 {
     std::optional<Action> const action = actionOf(key);
     if (!action)

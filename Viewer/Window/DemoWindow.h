@@ -28,7 +28,7 @@ public:
 private:
     void handleEvents();
     void handle(SDL_Event const& event);
-    void press(SDL_Keysym const& key);
+    void press(SDL_KeyboardEvent const& key);
     void drawFrame();
     [[nodiscard]] bool isFrameDue() const;
 

@@ -117,6 +117,13 @@ bool isPressed(Stroke const& stroke, SDL_Keycode key, bool shifted)
            (stroke.shift == shifted || key == SDLK_PLUS || key == SDLK_EQUALS);
 }
 
+bool goesOnWhileHeld(Action action)
+{
+    constexpr std::array goingOn{orbitLeft, orbitRight, orbitUp,  orbitDown,
+                                 zoomIn,    zoomOut,    stepBack, stepForward};
+    return std::ranges::find(goingOn, action) != goingOn.end();
+}
+
 void addLine(std::string& list, std::string const& left, char const* right)
 {
     constexpr std::size_t column = 20;
@@ -140,16 +147,17 @@ std::span<PointerGesture const> pointerGestures()
     return gestures;
 }
 
-std::optional<Action> actionOf(SDL_Keysym const& pressed)
+std::optional<Action> actionOf(SDL_KeyboardEvent const& press)
 {
-    if (pressed.mod & (KMOD_CTRL | KMOD_ALT | KMOD_GUI))
+    if (press.keysym.mod & (KMOD_CTRL | KMOD_ALT | KMOD_GUI))
         return std::nullopt;
-    SDL_Keycode const key = withoutPad(pressed.sym);
-    bool const shifted = (pressed.mod & KMOD_SHIFT) != 0;
+    SDL_Keycode const key = withoutPad(press.keysym.sym);
+    bool const shifted = (press.keysym.mod & KMOD_SHIFT) != 0;
     for (KeyGroup const& group : groups)
         for (KeyBinding const& binding : group.bindings)
             if (isPressed(binding.stroke, key, shifted) || isPressed(binding.alternative, key, shifted))
-                return binding.action;
+                return press.repeat == 0 || goesOnWhileHeld(binding.action) ? std::optional(binding.action)
+                                                                            : std::nullopt;
     return std::nullopt;
 }
 

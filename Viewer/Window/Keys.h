@@ -1,6 +1,6 @@
 #pragma once
 
-#include <SDL2/SDL_keyboard.h>
+#include <SDL2/SDL_events.h>
 
 #include <optional>
 #include <span>
@@ -98,8 +98,9 @@ struct PointerGesture {
 [[nodiscard]] std::span<PointerGesture const> pointerGestures();
 
 /// What a key asks for; nothing where it asks for nothing. Keys pressed with Control, Alt or the system's own
-/// key ask for nothing.
-[[nodiscard]] std::optional<Action> actionOf(SDL_Keysym const& pressed);
+/// key ask for nothing. A key that is held asks again only for what moves or steps: a switch held for long
+/// would flicker, and a picture be kept a hundred times.
+[[nodiscard]] std::optional<Action> actionOf(SDL_KeyboardEvent const& press);
 
 /// The strokes of an action with "or" between them.
 [[nodiscard]] std::string strokesOf(KeyBinding const& binding);

@@ -10,12 +10,19 @@ namespace {
 
 using testing::HasSubstr;
 
-SDL_Keysym pressed(SDL_Keycode key, int modifiers = KMOD_NONE)
+SDL_KeyboardEvent pressed(SDL_Keycode key, int modifiers = KMOD_NONE)
 {
-    SDL_Keysym symbol{};
-    symbol.sym = key;
-    symbol.mod = static_cast<Uint16>(modifiers);
-    return symbol;
+    SDL_KeyboardEvent press{};
+    press.keysym.sym = key;
+    press.keysym.mod = static_cast<Uint16>(modifiers);
+    return press;
+}
+
+SDL_KeyboardEvent held(SDL_Keycode key)
+{
+    SDL_KeyboardEvent press = pressed(key);
+    press.repeat = 1;
+    return press;
 }
 
 std::vector<KeyBinding> allBindings()
@@ -59,6 +66,15 @@ TEST(Keys, ShiftTellsTwoActionsApart)
     EXPECT_EQ(actionOf(pressed(SDLK_t)), Action::nextTechnique);
     EXPECT_EQ(actionOf(pressed(SDLK_t, KMOD_RSHIFT)), Action::previousTechnique);
     EXPECT_EQ(actionOf(pressed(SDLK_q, KMOD_LSHIFT)), std::nullopt);
+}
+
+TEST(Keys, AHeldKeyMovesOnButSwitchesOnce)
+{
+    EXPECT_EQ(actionOf(held(SDLK_LEFT)), Action::orbitLeft);
+    EXPECT_EQ(actionOf(held(SDLK_MINUS)), Action::zoomOut);
+    EXPECT_EQ(actionOf(held(SDLK_PERIOD)), Action::stepForward);
+    for (SDL_Keycode const key : {SDLK_p, SDLK_w, SDLK_TAB, SDLK_SPACE, SDLK_t, SDLK_PAGEDOWN, SDLK_q})
+        EXPECT_EQ(actionOf(held(key)), std::nullopt) << SDL_GetKeyName(key);
 }
 
 TEST(Keys, APlusIsAPlusOnEveryKeyboard)
