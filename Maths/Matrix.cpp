@@ -69,10 +69,3 @@ Vector3 transformPoint(Matrix const& a, Vector3 const& point)
 {
     return Matrix3(a) * point + translationOf(a);
 }
-
-Matrix affineInverse(Matrix const& a)
-{
-    Matrix3 const linear(a);
-    Matrix3 const inverse = transpose(cofactors(linear)) * (1.0 / determinant(linear));
-    return Matrix(inverse, -(inverse * translationOf(a)));
-}

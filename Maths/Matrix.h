@@ -61,6 +61,3 @@ private:
 
 /// A point through an affine map; the last row is not looked at.
 [[nodiscard]] Vector3 transformPoint(Matrix const& a, Vector3 const& point);
-
-/// The inverse of an affine map; one that has none gives elements that are not finite.
-[[nodiscard]] Matrix affineInverse(Matrix const& a);

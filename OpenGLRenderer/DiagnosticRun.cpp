@@ -29,15 +29,15 @@ Timestamp now()
 
 } // namespace
 
-struct DiagnosticRun::SkinningPath {
+struct DiagnosticRun::SkinningTechnique {
     bool Capabilities::*flag;
     char const* name; ///< in the log
 };
 
-constexpr DiagnosticRun::SkinningPath DiagnosticRun::vertexProgram{&Capabilities::vertexProgram,
-                                                                   "vertex program"};
-constexpr DiagnosticRun::SkinningPath DiagnosticRun::vertexShader{&Capabilities::vertexShader,
-                                                                  "vertex shader"};
+constexpr DiagnosticRun::SkinningTechnique DiagnosticRun::vertexProgram{&Capabilities::vertexProgram,
+                                                                        "vertex program"};
+constexpr DiagnosticRun::SkinningTechnique DiagnosticRun::vertexShader{&Capabilities::vertexShader,
+                                                                       "vertex shader"};
 
 void Diagnostic::applyCaps(Capabilities const& caps)
 {
@@ -111,14 +111,14 @@ void DiagnosticRun::judgeSkinning()
     }
 }
 
-double DiagnosticRun::rateIfRight(SkinningPath const& path)
+double DiagnosticRun::rateIfRight(SkinningTechnique const& technique)
 {
     applyAfresh();
     double const rate = Diagnostic::testFPS(root_, true);
     if (baseRate_ > rate)
-        return rejected(path, std::string("Bad ") + path.name + " performance--disabling");
+        return rejected(technique, std::string("Bad ") + technique.name + " performance--disabling");
     if (!Diagnostic::areTestImagesSame(reference_, Diagnostic::readTestImage()))
-        return rejected(path, std::string("Images differ--disabling ") + path.name);
+        return rejected(technique, std::string("Images differ--disabling ") + technique.name);
     poseBent();
     Image const bent = drawAndRead();
     if (Diagnostic::areTestImagesSame(reference_, bent)) {
@@ -126,25 +126,25 @@ double DiagnosticRun::rateIfRight(SkinningPath const& path)
         distrustEverything();
         return 0.0;
     }
-    verdict_.*path.flag = false;
+    verdict_.*technique.flag = false;
     applyAfresh();
     if (!Diagnostic::areTestImagesSame(bent, drawAndRead()))
-        return rejected(path, std::string("Second images differ--disabling ") + path.name);
-    verdict_.*path.flag = true;
+        return rejected(technique, std::string("Second images differ--disabling ") + technique.name);
+    verdict_.*technique.flag = true;
     return rate;
 }
 
-double DiagnosticRun::rejected(SkinningPath const& path, std::string const& reason)
+double DiagnosticRun::rejected(SkinningTechnique const& technique, std::string const& reason)
 {
     writeLine(reason);
-    verdict_.*path.flag = false;
+    verdict_.*technique.flag = false;
     return 0.0;
 }
 
 void DiagnosticRun::distrustEverything()
 {
     verdict_ = Capabilities();
-    // Or the choice at the end would bring back a path that had passed.
+    // Or the choice at the end would bring back a technique that had passed.
     programRate_ = 0.0;
     everythingDistrusted_ = true;
 }

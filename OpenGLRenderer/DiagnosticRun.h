@@ -27,17 +27,17 @@ public:
     void carryOut();
 
 private:
-    struct SkinningPath;
+    struct SkinningTechnique;
     using Image = std::vector<unsigned char>;
 
     void judgeBuffers();
     void judgeSkinning();
 
-    /// Measures a path that the verdict has been set to, and takes it out of the verdict again unless it is
-    /// fast enough and draws the same pictures as the plain one.
+    /// Measures a technique that the verdict has been set to, and takes it out of the verdict again unless it
+    /// is fast enough and draws the same pictures as plain drawing.
     /// \return its rate, or 0 where it is out
-    double rateIfRight(SkinningPath const& path);
-    double rejected(SkinningPath const& path, std::string const& reason);
+    double rateIfRight(SkinningTechnique const& technique);
+    double rejected(SkinningTechnique const& technique, std::string const& reason);
     void distrustEverything();
     void chooseSkinning();
 
@@ -48,14 +48,14 @@ private:
     void pose(BoneTransform const& bone);
     [[nodiscard]] Image drawAndRead();
 
-    static SkinningPath const vertexProgram;
-    static SkinningPath const vertexShader;
+    static SkinningTechnique const vertexProgram;
+    static SkinningTechnique const vertexShader;
 
     std::function<Capabilities()> getCardCaps_;
     smart_ptr<SGRootNode> root_;
     Capabilities card_;
     Capabilities verdict_;
-    Image reference_; ///< drawn by the plain path at rest
+    Image reference_; ///< drawn plainly, at rest
     // Frames per second; 0 for what was not measured or was found wanting.
     double baseRate_ = 0.0;
     double programRate_ = 0.0;

@@ -9,7 +9,7 @@ public:
     [[nodiscard]] static bool isDiagnosticNeeded();
 
     /// Finds out what the renderer may use, has it draw so, and stores the verdict. Draws dozens of frames
-    /// into the drawable, which must be at least 512 by 512 pixels, and takes seconds.
+    /// into the drawable, which must be at least 512 by 512 pixels, and takes about a second.
     static void runDiagnostic();
 
     /// Has the renderer draw as the stored verdict says, whether or not that fits the card.

@@ -39,7 +39,7 @@ public:
     /// Draws from now on as the stored verdict says.
     virtual void readDiagnosticResults() {}
 
-    /// Measures the graphics card, stores the verdict and draws as it says. Takes seconds, and needs a
+    /// Measures the graphics card, stores the verdict and draws as it says. Takes about a second, and needs a
     /// drawable of at least 512 by 512 pixels.
     virtual void runDiagnostic() {}
 

@@ -53,7 +53,7 @@ def bar_chart(title, note, unit_name, groups):
             f'viewBox="0 0 {WIDTH} {height}">',
             f"  <title>{escape(title)}</title>", f"  <style>\n{STYLE}\n  </style>",
             f'  <text x="10" y="24" class="head">{escape(title)}</text>',
-            f'  <text x="10" y="44" class="note">{escape(note)} The dashed line: {escape(unit_name)}.</text>']
+            f'  <text x="10" y="44" class="note">{escape(note)} The dashed line: {escape(unit_name)}, in the same round.</text>']
     return "\n".join(head + parts + ["</svg>"]) + "\n"
 
 

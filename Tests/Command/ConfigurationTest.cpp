@@ -185,7 +185,7 @@ TEST_F(Configuration, Broken)
     expectBroken("texture-folder = [a b]\n", ":1: ] is missing");
     expectBroken("[render]\nsize = 10x10\n[demo]\nsize = 10x10\n[render]\nsize = 20x20\n",
                  ":6: size is set in line 2 already");
-    expectBroken("[redner]\nsize = 10x10\n", ":2: there is no command redner");
+    expectBroken("[redner]\nsize = 10x10\n", ":1: there is no command redner");
     expectBroken("[render]\ncolour = red\n", ":2: render has no option colour that can be set here");
     expectBroken("output = a.png\n", ":1: no command has an option output that can be set here");
     expectBroken("[render]\nsize = tall\n",
@@ -198,7 +198,7 @@ TEST_F(Configuration, Broken)
 
 TEST_F(Configuration, FilesThatCannotBeRead)
 {
-    expectFailure({"info", creature(), "--config", "nowhere"}, 2, "nowhere: No such file or directory");
+    expectFailure({"info", creature(), "--config", "nowhere"}, 2, "nowhere: there is no such file");
     expectFailure({"info", creature(), "--config", "."}, 2, ".: Is a directory");
     expectFailure({"info", creature(), "--config", ""}, 2, "--config: no file is named");
     expectFailure({"info", creature(), "--config", "/dev/zero"}, 2,

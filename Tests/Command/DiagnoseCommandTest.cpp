@@ -261,7 +261,7 @@ TEST_F(DiagnoseCommand, UsageErrors)
     expectFailure({"diagnose", "--report", ""}, badUsage, "--report: no file is named");
     expectFailure({"diagnose", "--report", "-", "--json", "/dev/stdout"}, badUsage,
                   "--json: standard output takes the report already");
-    expectFailure({"diagnose", "a.glb"}, badUsage, "The following argument was not expected: a.glb");
+    expectFailure({"diagnose", "a.glb"}, badUsage, "unexpected argument a.glb; see sgview diagnose --help");
     for (char const* limit : {"0", "-1", "1.5", "86401"})
         expectFailure({"diagnose", "--time-limit", limit}, badUsage,
                       "--time-limit: '" + std::string(limit) + "' is not a whole number from 1 to 86400");
@@ -271,7 +271,7 @@ TEST_F(DiagnoseCommand, OutputsThatCannotBeWritten)
 {
     Outcome outcome = diagnose({"--json", "no/a.json"}, withFaults());
     EXPECT_EQ(outcome.status, failed);
-    EXPECT_EQ(outcome.errors, "sgview: no/a.json: No such file or directory\n");
+    EXPECT_EQ(outcome.errors, "sgview: no/a.json: there is no such folder\n");
     EXPECT_EQ(diagnose({"--report", "/dev/full"}, withFaults()).errors,
               "sgview: /dev/full: No space left on device\n");
     Circumstances full = withFaults();

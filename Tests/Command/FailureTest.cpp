@@ -61,7 +61,7 @@ TEST_F(Failure, Commands)
     expectFailure({"render", "", "--output", "a.png"}, badUsage, "FILE: no file is named");
     expectFailure({"render", creature(), "--output", ""}, badUsage, "--output: no file is named");
     expectFailure({"demo", "--wireframe", "--output", "a.png"}, badUsage,
-                  "The following argument was not expected: --wireframe");
+                  "unknown option --wireframe; see sgview demo --help");
 }
 
 TEST_F(Failure, WindowWithoutADisplay)
@@ -119,7 +119,7 @@ TEST_F(Failure, Numbers)
     for (char const* number :
          {"-1", "nan", "-nan", "inf", "1e7", "1e999", "", "one", "1s", "0x1", " 1", "1 "})
         expectBadOption({"--animation", "0", "--time", number},
-                        "--time: '" + std::string(number) + "' is not a number from 0 to 1e+06");
+                        "--time: '" + std::string(number) + "' is not a number from 0 to 1000000");
     for (char const* number : {"361", "-361", "nan"})
         expectBadOption({"--azimuth", number},
                         "--azimuth: '" + std::string(number) + "' is not a number from -360 to 360");
@@ -155,8 +155,9 @@ TEST_F(Failure, OptionsThatDoNotGoTogether)
     expectBadOption({"--quiet", "--log", "opengl"}, "--quiet excludes --log");
     expectBadOption({"--log", "everything"}, "--log: 'everything' is not a log channel: opengl or error");
     expectBadOption({"--log", ""}, "--log: '' is not a log channel: opengl or error");
-    expectBadOption({"--nonsense"}, "The following argument was not expected: --nonsense");
+    expectBadOption({"--nonsense"}, "unknown option --nonsense; see sgview render --help");
     expectBadOption({"--module", ""}, "--module: no file is named");
+    expectBadOption({"--zoom", "0"}, "--zoom: '0' is not a number from 0.001 to 1000");
     expectBadOption({"second.glb"},
                     "--output: names for the pictures of several models need {model} or {index}");
 }
@@ -209,11 +210,11 @@ TEST_F(Failure, ImportBeyondItsLimits)
 TEST_F(Failure, OutputsThatCannotBeWritten)
 {
     EXPECT_EQ(lineFor({"render", creature(), "--output", "no/a.png"}),
-              "sgview: no/a.png: No such file or directory\n");
+              "sgview: no/a.png: there is no such folder\n");
     EXPECT_EQ(lineFor({"render", creature(), "--output", "."}), "sgview: .: Is a directory\n");
     EXPECT_EQ(lineFor({"render", creature(), "--output", "/dev/full"}),
               "sgview: /dev/full: No space left on device\n");
-    EXPECT_EQ(lineFor({"demo", "--output", "no/a.png"}), "sgview: no/a.png: No such file or directory\n");
+    EXPECT_EQ(lineFor({"demo", "--output", "no/a.png"}), "sgview: no/a.png: there is no such folder\n");
 }
 
 TEST_F(Failure, NoRoomForWhatIsAskedAboutSgview)

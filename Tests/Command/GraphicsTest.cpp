@@ -69,7 +69,7 @@ TEST_F(Graphics, DevicesThatThereAreNot)
 {
     Outcome const outcome = run({"render", creature(), "--output", "a.png", "--device", "63"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.errors, StartsWith("sgview: there is no graphics device 63; the system numbers "));
+    EXPECT_THAT(outcome.errors, StartsWith("sgview: there is no graphics device 63: the system has "));
     expectFailure({"render", creature(), "--output", "a.png", "--device", "first"}, 2,
                   "--device: 'first' is neither a number nor list, which says which devices there are");
     expectFailure({"info", creature(), "--gpu"}, 2, "FILE excludes --gpu");

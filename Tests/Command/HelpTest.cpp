@@ -179,7 +179,7 @@ TEST_F(Help, OfACommandByItsName)
     EXPECT_EQ(runWell({"help"}), runWell({"--help"}));
     for (char const* command : {"render", "info", "demo", "compare", "diagnose", "bench", "help"})
         EXPECT_EQ(runWell({"help", command}), runWell({command, "--help"}));
-    expectFailure({"help", "nothing"}, 2, "COMMAND: there is no command nothing");
+    expectFailure({"help", "nothing"}, 2, "there is no command nothing");
 }
 
 TEST_F(Help, VersionEverywhere)

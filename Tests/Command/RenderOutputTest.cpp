@@ -254,6 +254,10 @@ TEST_F(RenderOutput, Formats)
                   "--quality is for WebP");
     expectFailure({"render", creature(), "--output", "a.webp", "--size", "16384x1"}, badUsage,
                   "--size: no side of a WebP picture is longer than 16383 pixels");
+    expectFailure({"render", creature(), "--output", "{model}.JPG"}, badUsage,
+                  "--output: .jpg is not written; .png, .webp, .rgba and .y4m are");
+    EXPECT_EQ(render("a.jpg", {creature(), "--size", "16x16", "--format", "webp"}).substr(0, 4), "RIFF");
+    expectFailure({"demo", "--output", "a.gif"}, badUsage, "--output: .gif is not written; .png is");
     EXPECT_EQ(render("A.WEBP", {creature(), "--size", "16x16"}).substr(0, 4), "RIFF");
 }
 

@@ -4,7 +4,6 @@
 #include "Viewer/Platform/TechniqueChoice.h"
 
 #include <algorithm>
-#include <array>
 #include <fstream>
 #include <iterator>
 

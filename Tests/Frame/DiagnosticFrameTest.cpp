@@ -1,6 +1,6 @@
-#include "Tests/Frame/AllocationCount.h"
 #include "Tests/Frame/DiagnosticRecord.h"
 #include "Tests/Frame/DriverCheck.h"
+#include "Tests/Frame/LiveAllocations.h"
 #include "Tests/Frame/NameCount.h"
 #include "Tests/Frame/PictureComparison.h"
 #include "Tests/Frame/Technique.h"
@@ -10,7 +10,6 @@
 #include "Utilities/MemoryPrefs.h"
 #include "Utilities/Strings.h"
 #include "Viewer/Import/Importer.h"
-#include "Viewer/Platform/HostState.h"
 #include "Viewer/Platform/OffscreenRenderer.h"
 #include "Viewer/Platform/OpenGLErrors.h"
 #include "Viewer/Scene/DemoScene.h"
@@ -20,7 +19,6 @@
 
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <regex>
 
 namespace {

@@ -1,5 +1,5 @@
-#include "Tests/Frame/AllocationCount.h"
 #include "Tests/Frame/FrameRenderer.h"
+#include "Tests/Frame/LiveAllocations.h"
 #include "Tests/Frame/PictureComparison.h"
 #include "Tests/Frame/SceneParts.h"
 #include "Tests/Frame/TextureCount.h"

@@ -4,7 +4,6 @@
 #include "Viewer/Platform/OutputFile.h"
 #include "Viewer/Platform/PngWriter.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -92,7 +91,7 @@ TEST_F(PngWriter, ReplacesAFileAndFollowsALink)
 TEST_F(PngWriter, FolderThatIsMissing)
 {
     fs::path const file = folder / "no" / "a.png";
-    EXPECT_EQ(messageFor(file), file.string() + ": No such file or directory");
+    EXPECT_EQ(messageFor(file), file.string() + ": there is no such folder");
 }
 
 TEST_F(PngWriter, NameThatIsAFolder)

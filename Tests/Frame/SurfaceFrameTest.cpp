@@ -2,7 +2,6 @@
 #include "Tests/Frame/PictureComparison.h"
 #include "Tests/Frame/SceneParts.h"
 
-#include <cmath>
 #include <numbers>
 
 namespace {

@@ -9,7 +9,6 @@
 
 #include <valgrind/callgrind.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <iostream>

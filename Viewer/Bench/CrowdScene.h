@@ -23,7 +23,7 @@ public:
     static constexpr std::size_t mostVertices = 20'000'000; ///< of all instances together, as drawn
 
     /// \param model      checked
-    /// \param animation  index of the clip, or `none` for the rest pose
+    /// \param animation  index of an animation, or `none` for the rest pose
     /// \param count      instances, 1 to `most`
     /// \throws CrowdTooLarge
     CrowdScene(Model model, Index animation, int count);

@@ -1,6 +1,7 @@
 #include "Viewer/Bench/SkinnedScene.h"
 
 #include "Viewer/Bench/SceneMotion.h"
+#include "Viewer/Bench/SceneShapes.h"
 
 #include <array>
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "SceneGraph/SGSharedData.h"
 #include "SceneGraph/SGTransformNode.h"
 #include "Viewer/Bench/BenchScene.h"
 #include "Viewer/Bench/GridLayout.h"
-#include "Viewer/Bench/SceneShapes.h"
 
 #include <vector>
 

@@ -40,9 +40,9 @@ void checkTogether(BenchRequest const& bench)
         throw UsageError("--count: " + std::to_string(*bench.count) + " is more than the " +
                          std::to_string(mostOf(bench)) + " that this scene can have");
     if (!bench.scene && bench.moving)
-        throw UsageError("--moving: what moves in a file is its animation");
+        throw UsageError("--moving is for the built-in scenes; a model moves by its animation");
     if (bench.scene && bench.model.animation)
-        throw UsageError("--animation: " + std::string(nameOf(*bench.scene)) + " is no file");
+        throw UsageError("--animation is for models; the scene is " + std::string(nameOf(*bench.scene)));
 }
 
 void addSceneChoice(CLI::App& command, BenchRequest& bench)
@@ -76,7 +76,7 @@ void addMeasurement(CLI::App& command, BenchRequest& bench)
         "How many frames to time, after some to warm up")
         ->default_str(std::to_string(bench.frames))
         ->type_name("N");
-    addOption(command, "-o,--output", bench.output, asPath, "A PNG file to write: the last frame")
+    addOption(command, "-o,--output", bench.output, asPngPath, "A PNG file to write: the last frame")
         ->type_name("PICTURE.png")
         ->configurable(false);
     command.add_flag("--json", bench.json, "As JSON, with the time of every frame");

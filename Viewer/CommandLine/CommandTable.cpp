@@ -64,11 +64,10 @@ void CommandTable::parse(int argc, char const* const* argv)
     } catch (CLI::Success const&) {
         throw;
     } catch (CLI::ExtrasError const&) {
-        // CLI11 names them from the last to the first.
-        std::vector<std::string> const words = app_.remaining(true);
-        throw UsageError((words.size() == 1 ? "The following argument was not expected: "
-                                            : "The following arguments were not expected: ") +
-                         joined(words, " "));
+        std::string const word = app_.remaining(true).front();
+        std::string const command = nameOfCommand();
+        throw UsageError((word.starts_with('-') ? "unknown option " : "unexpected argument ") + word +
+                         "; see sgview " + (command.empty() ? "" : command + " ") + "--help");
     } catch (CLI::ParseError const& error) {
         throw UsageError(error.what());
     }
@@ -130,7 +129,7 @@ void CommandTable::addHelpCommand()
             "COMMAND",
             [this](std::string const& name) {
                 if (std::ranges::count(commandsOf(app_), name, &CLI::App::get_name) == 0)
-                    throw UsageError("COMMAND: there is no command " + name);
+                    throw UsageError("there is no command " + name);
                 helpFor_ = name;
             },
             "The command; all of sgview where none is named")

@@ -10,7 +10,7 @@ namespace {
 void addOutputOptions(CLI::App& app, CompareRequest& compare)
 {
     app.option_defaults()->group("Output");
-    addOption(app, "-o,--output", compare.output, asPath,
+    addOption(app, "-o,--output", compare.output, asPngPath,
               "A PNG file to write: every picture beside the plain one, and where they differ")
         ->type_name("SHEET.png")
         ->configurable(false);

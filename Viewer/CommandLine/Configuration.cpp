@@ -26,7 +26,9 @@ std::string contentOf(fs::path const& file)
     std::ifstream stream(file, std::ios::binary);
     std::string text(longestFile + 1, '\0');
     if (!stream || (!stream.read(text.data(), static_cast<std::streamsize>(text.size())) && !stream.eof()))
-        throw UsageError(file.string() + ": " + std::generic_category().message(errno != 0 ? errno : EIO));
+        throw UsageError(file.string() + ": " +
+                         (errno == ENOENT ? "there is no such file"
+                                          : std::generic_category().message(errno != 0 ? errno : EIO)));
     text.resize(static_cast<std::size_t>(stream.gcount()));
     if (text.size() > longestFile)
         throw UsageError(file.string() + ": too long for a configuration file");
@@ -61,7 +63,7 @@ void checkPlace(CLI::App& app, ConfigurationEntry const& entry)
             return;
     }
     if (!isSection)
-        throw ConfigurationError(entry.line, "there is no command " + entry.section);
+        throw ConfigurationError(entry.sectionLine, "there is no command " + entry.section);
     std::string const what =
         entry.section.empty() ? "no command has an option " : entry.section + " has no option ";
     throw ConfigurationError(entry.line, what + entry.name + " that can be set here");
@@ -143,7 +145,7 @@ std::string setting(CLI::Option const& option)
         return name + (isGiven(&option) && option.as<bool>() ? "true" : "false");
     std::vector<std::string> values;
     for (std::string const& value : isGiven(&option) ? option.results() : std::vector{usualValue(option)})
-        values.push_back(inQuotes(value));
+        values.push_back(quotedValue(value));
     return name + (takesSeveral(option) ? "[" + joined(values, ", ") + "]" : values.front());
 }
 

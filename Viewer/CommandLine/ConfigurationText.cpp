@@ -136,6 +136,7 @@ std::vector<ConfigurationEntry> readConfiguration(std::string_view text)
 {
     std::vector<ConfigurationEntry> entries;
     std::string section;
+    std::size_t sectionLine = 0;
     std::size_t number = 0;
     for (std::string const& line : string_split(text, '\n')) {
         LineReader reader(line, ++number);
@@ -143,10 +144,12 @@ std::vector<ConfigurationEntry> readConfiguration(std::string_view text)
             continue;
         if (reader.take('[')) {
             section = readSection(reader);
+            sectionLine = number;
             continue;
         }
         ConfigurationEntry entry = readEntry(reader);
         entry.section = section;
+        entry.sectionLine = sectionLine;
         entry.line = number;
         for (ConfigurationEntry const& other : entries)
             if (other.section == section && other.name == entry.name)
@@ -156,7 +159,7 @@ std::vector<ConfigurationEntry> readConfiguration(std::string_view text)
     return entries;
 }
 
-std::string inQuotes(std::string_view text)
+std::string quotedValue(std::string_view text)
 {
     std::string result = "\"";
     for (char const c : text)

@@ -10,7 +10,8 @@ namespace sgview {
 
 /// One line of a configuration that sets something.
 struct ConfigurationEntry {
-    std::string section; ///< empty before the first one
+    std::string section;         ///< empty before the first one
+    std::size_t sectionLine = 0; ///< where that begins
     std::string name;
     std::vector<std::string> values; ///< one, unless it is a list
     bool isList = false;
@@ -35,6 +36,6 @@ public:
 [[nodiscard]] std::vector<ConfigurationEntry> readConfiguration(std::string_view text);
 
 /// A text in double quotes, as `readConfiguration` reads it.
-[[nodiscard]] std::string inQuotes(std::string_view text);
+[[nodiscard]] std::string quotedValue(std::string_view text);
 
 } // namespace sgview

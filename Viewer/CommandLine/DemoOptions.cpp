@@ -8,7 +8,7 @@ void addDemoCommand(CLI::App& app, DemoRequest& demo, GeneralOptions& general)
 {
     CLI::App* const command = app.add_subcommand("demo", "Draw a scene that shows what the renderer can do");
     command->option_defaults()->group("Output");
-    CLI::Option* const output = addOption(*command, "-o,--output", demo.picture.output, asPath,
+    CLI::Option* const output = addOption(*command, "-o,--output", demo.picture.output, asPngPath,
                                           "The PNG file to write; - is standard output")
                                     ->type_name("OUT.png")
                                     ->configurable(false);

@@ -7,7 +7,6 @@
 #include "Viewer/Platform/Technique.h"
 
 #include <algorithm>
-#include <array>
 #include <sstream>
 
 namespace sgview {

@@ -33,6 +33,13 @@ std::optional<Number> read(std::string_view text, Format... format)
     return value;
 }
 
+std::string withoutExponent(double value)
+{
+    std::array<char, 32> text{};
+    return {text.data(),
+            std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed).ptr};
+}
+
 std::optional<int> readSide(std::string_view text)
 {
     std::optional<std::uint32_t> const side = read<std::uint32_t>(text, 10);
@@ -139,7 +146,7 @@ double parseNumber(std::string_view text, double least, double most)
 {
     std::optional<double> const value = read<double>(text);
     if (!value || !(*value >= least && *value <= most))
-        refuse(text, "a number from " + stringize(least) + " to " + stringize(most));
+        refuse(text, "a number from " + withoutExponent(least) + " to " + withoutExponent(most));
     return *value;
 }
 

@@ -26,7 +26,7 @@ void addFilmOptions(CLI::App& app, FilmOptions& film)
     addOption(
         app, "--turntable", film.turntable,
         [](std::string const& text) { return parseWhole(text, 1, FrameRange::largest); },
-        "Go around the model, once in so many frames")
+        "Go around the model, once in N frames")
         ->type_name("N")
         ->configurable(false);
 }
@@ -36,7 +36,7 @@ void addPictureOptions(CLI::App& app, RenderRequest& render)
     addOption(
         app, "--quality", render.quality,
         [](std::string const& text) { return static_cast<int>(parseWhole(text, 0, WebpEncoder::lossless)); },
-        "Quality of WebP, 0 to 100, which loses nothing")
+        "Quality of WebP, 0 to 100; 100 loses nothing")
         ->default_str(std::to_string(WebpEncoder::usualQuality))
         ->type_name("N")
         ->configurable(false);
@@ -45,7 +45,7 @@ void addPictureOptions(CLI::App& app, RenderRequest& render)
         [](std::string const& text) {
             return static_cast<int>(parseWhole(text, 1, PictureKind::mostSupersample));
         },
-        "Smooth edges: draw so many times as large, and take means")
+        "Smooth edges: draw N times as large, and average")
         ->default_str(std::to_string(render.supersample))
         ->type_name("N");
     addOption(
@@ -53,7 +53,7 @@ void addPictureOptions(CLI::App& app, RenderRequest& render)
         [](std::string const& text) {
             return static_cast<int>(parseWhole(text, 1, PictureSize::largestSide));
         },
-        "Scale the picture's size down, until no side is longer than so many pixels")
+        "Make the picture smaller, until no side is longer than N pixels")
         ->type_name("N");
 }
 
@@ -62,8 +62,8 @@ void addOutputOptions(CLI::App& app, RenderRequest& render)
     app.option_defaults()->group("Output");
     addOption(
         app, "-o,--output", render.output, parseOutputName,
-        "The picture to write; {model}, {index} of the model, {frame} and {frame:04} stand for what they "
-        "say; - is standard output")
+        "The picture to write; in its name {model} becomes the model's name, {index} its number, {frame} or "
+        "{frame:04} the frame's; - is standard output")
         ->type_name("OUT")
         ->configurable(false);
     addOption(app, "--format", render.format, parsePictureFormat,

@@ -41,6 +41,9 @@ void checkNames(RenderRequest const& request)
 void checkFormat(RenderRequest const& request)
 {
     PictureFormat const format = request.formatInUse();
+    std::string const extension = request.output->extension();
+    require(request.format || !isForeignExtension(extension),
+            "--output: " + extension + " is not written; .png, .webp, .rgba and .y4m are");
     require(format == PictureFormat::webp || !request.quality, "--quality is for WebP");
     require(format != PictureFormat::y4m || !request.isTransparent(),
             "--background: frames in Y4M have no opacity");

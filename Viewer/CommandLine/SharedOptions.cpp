@@ -39,6 +39,15 @@ std::filesystem::path asPath(std::string const& text)
     return text;
 }
 
+std::filesystem::path asPngPath(std::string const& text)
+{
+    std::filesystem::path path = asPath(text);
+    std::string const extension = path.extension().string();
+    if (isForeignExtension(extension) || extension == ".webp")
+        throw UsageError(extension + " is not written; .png is");
+    return path;
+}
+
 CLI::Option* addFile(CLI::App& app, ModelRequest& model)
 {
     return addOption(app, "FILE", model.file, asPath, "The model" + std::string(modelKinds))
@@ -145,7 +154,7 @@ void addTechnique(CLI::App& app, std::optional<Technique>& technique)
     beginGroup(app, "Drawing");
     addOption(app, "-T,--technique", technique, parseTechnique,
               "How to draw: plain, vbo, program, program+vbo, shader or shader+vbo; auto is what the "
-              "graphics diagnostic found best, which is asked first where it has not been")
+              "graphics diagnostic found best, and runs it first where it has not run yet")
         ->default_str("auto")
         ->type_name("TECHNIQUE");
 }

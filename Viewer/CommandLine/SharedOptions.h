@@ -42,6 +42,9 @@ CLI::Option* addNumber(CLI::App& app, std::string const& names, double& target, 
 
 [[nodiscard]] std::filesystem::path asPath(std::string const& text);
 
+/// The path of a PNG file to write.
+[[nodiscard]] std::filesystem::path asPngPath(std::string const& text);
+
 CLI::Option* addFile(CLI::App& app, ModelRequest& model);
 CLI::Option* addFiles(CLI::App& app, std::vector<std::filesystem::path>& files, std::string const& what);
 

@@ -11,13 +11,13 @@ void addWindowOptions(CLI::App& app, WindowRequest& window)
     app.option_defaults()->group("Window");
     addSize(app, options.size, "the window");
     addOption(app, "--screenshot-name", options.screenshotName, parseScreenshotName,
-              "Name of the pictures that the window keeps, in your pictures folder: {model}, {date}, {time} "
-              "and {number} stand for what they say")
+              "Name of the pictures that the window saves in your pictures folder; {model}, {date}, {time} "
+              "and {number} are filled in")
         ->default_str(options.screenshotName)
         ->type_name("TEMPLATE");
     app.add_flag("--list-keys", window.listKeys, "Print what the window's keys do and exit")
         ->configurable(false);
-    addAnimation(app, options.animation, "the first, standing");
+    addAnimation(app, options.animation, "the first, paused");
     addTechnique(app, options.technique);
     addModule(app, options.module);
     addViewOptions(app, options.view);

@@ -1,5 +1,6 @@
 #include "Viewer/Commands/ModelSummary.h"
 
+#include "Utilities/Strings.h"
 #include "Viewer/Import/ImportError.h"
 #include "Viewer/Import/ModelCheck.h"
 #include "Viewer/Import/ModelCounts.h"
@@ -7,7 +8,6 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <charconv>
 #include <ostream>
 #include <utility>
 
@@ -15,19 +15,9 @@ namespace sgview {
 
 namespace {
 
-/// The shortest text that reads back as the same number.
-std::string inFull(double value)
+std::string textOf(Vector3 const& point)
 {
-    constexpr std::size_t longest = 32;
-    std::string text(longest, '\0');
-    text.resize(static_cast<std::size_t>(std::to_chars(text.data(), text.data() + text.size(), value).ptr -
-                                         text.data()));
-    return text;
-}
-
-std::string inFull(Vector3 const& point)
-{
-    return "(" + inFull(point.x) + ", " + inFull(point.y) + ", " + inFull(point.z) + ")";
+    return "(" + stringize(point.x) + ", " + stringize(point.y) + ", " + stringize(point.z) + ")";
 }
 
 void countSurface(ModelSummary& summary, ModelSurface const& surface)
@@ -47,7 +37,7 @@ std::string poseName(ModelSummary const& summary)
     if (summary.posedBy == none)
         return "rest pose";
     auto const& animation = summary.animations[static_cast<std::size_t>(summary.posedBy)];
-    return "'" + oneLine(animation.name) + "' at " + inFull(summary.seconds) + " s";
+    return "'" + oneLine(animation.name) + "' at " + stringize(summary.seconds) + " s";
 }
 
 std::string influencesInWords(ModelSummary const& summary)
@@ -152,7 +142,7 @@ void writeText(std::ostream& stream, ModelSummary const& summary)
     list.head("animations", summary.animations.size());
     for (std::size_t i = 0; i < summary.animations.size(); ++i)
         list.item(std::to_string(i) + " '" + oneLine(summary.animations[i].name) + "', " +
-                  inFull(summary.animations[i].seconds) + " s");
+                  stringize(summary.animations[i].seconds) + " s");
     list.head("warnings", summary.warnings.size());
     for (std::string const& warning : summary.warnings)
         list.item(oneLine(warning));
@@ -160,7 +150,7 @@ void writeText(std::ostream& stream, ModelSummary const& summary)
     for (SurfaceBounds const& surface : summary.bounds) {
         bool const empty = surface.bounds.empty();
         list.item("'" + oneLine(surface.name) + "', " +
-                  (empty ? "nowhere" : inFull(surface.bounds.low) + " to " + inFull(surface.bounds.high)));
+                  (empty ? "nowhere" : textOf(surface.bounds.low) + " to " + textOf(surface.bounds.high)));
     }
 }
 

@@ -3,22 +3,14 @@
 #include "Viewer/CommandLine/OptionText.h"
 #include "Viewer/CommandLine/RenderRules.h"
 #include "Viewer/Import/ImportError.h"
+#include "Viewer/Report/NumberText.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 
 namespace sgview {
 
 namespace {
-
-/// The shortest text that reads back as the same number.
-std::string inFull(double value)
-{
-    std::array<char, 32> text{};
-    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
-}
 
 /// As a shell takes it for one word.
 std::string quoted(std::string const& word)
@@ -50,12 +42,12 @@ void addMoment(Words& words, RenderRequest const& request, std::optional<std::st
 {
     if (animation) {
         words.add("--animation", *animation);
-        words.add("--time", inFull(std::min(request.model.seconds, length)));
+        words.add("--time", exactText(std::min(request.model.seconds, length)));
     }
     if (request.film.turntable)
         words.add("--turntable", std::to_string(*request.film.turntable));
     if (request.film.isFilm())
-        words.add("--fps", inFull(request.film.rate.value_or(FilmOptions::usualRate)));
+        words.add("--fps", exactText(request.film.rate.value_or(FilmOptions::usualRate)));
 }
 
 void addScene(Words& words, SceneOptions const& scene)
@@ -76,9 +68,9 @@ std::string commandFor(RenderRequest const& request, std::filesystem::path const
 {
     Words words;
     addMoment(words, request, animation, length);
-    words.add("--azimuth", inFull(request.view.azimuth));
-    words.add("--elevation", inFull(request.view.elevation));
-    words.add("--zoom", inFull(request.view.zoom));
+    words.add("--azimuth", exactText(request.view.azimuth));
+    words.add("--elevation", exactText(request.view.elevation));
+    words.add("--zoom", exactText(request.view.zoom));
     PictureSize const size = pictureSizeOf(request);
     words.add("--size", std::to_string(size.width) + "x" + std::to_string(size.height));
     words.add("--supersample", std::to_string(request.supersample));
@@ -107,9 +99,9 @@ RenderNotes::RenderNotes(RenderRequest const& request, std::filesystem::path con
 PictureNotes RenderNotes::of(std::uint32_t frame, double turn) const
 {
     PictureNotes notes = common_;
-    notes.emplace_back("Camera", "azimuth " + inFull(std::fmod(view_.azimuth + turn, 360.0)) +
-                                     ", elevation " + inFull(view_.elevation) + ", zoom " +
-                                     inFull(view_.zoom));
+    notes.emplace_back("Camera", "azimuth " + exactText(std::fmod(view_.azimuth + turn, 360.0)) +
+                                     ", elevation " + exactText(view_.elevation) + ", zoom " +
+                                     exactText(view_.zoom));
     std::string command = command_;
     if (isFilm_) {
         notes.emplace_back("Frame", std::to_string(frame));

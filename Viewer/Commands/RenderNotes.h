@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Viewer/CommandLine/CommandLine.h"
-#include "Viewer/Import/Model.h"
 #include "Viewer/Platform/PngEncoder.h"
 #include "Viewer/Platform/Technique.h"
 

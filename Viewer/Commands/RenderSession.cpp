@@ -21,17 +21,17 @@ ModelAnimation const* find(Model const& model, Index animation)
 
 double lengthOf(Model const& model, Index animation)
 {
-    ModelAnimation const* const clip = find(model, animation);
-    return clip ? clip->length : 0.0;
+    ModelAnimation const* const found = find(model, animation);
+    return found ? found->length : 0.0;
 }
 
 /// By its name, unless that leads to another.
 std::optional<std::string> wordFor(Model const& model, Index animation)
 {
-    ModelAnimation const* const clip = find(model, animation);
-    if (!clip)
+    ModelAnimation const* const found = find(model, animation);
+    if (!found)
         return std::nullopt;
-    return findAnimation(model, clip->name) == animation ? clip->name : std::to_string(animation);
+    return findAnimation(model, found->name) == animation ? found->name : std::to_string(animation);
 }
 
 SceneOptions sceneFor(RenderRequest const& request)

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cctype>
 #include <span>
-#include <utility>
 
 namespace sgview {
 

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <ostream>
-#include <utility>
 
 namespace sgview {
 

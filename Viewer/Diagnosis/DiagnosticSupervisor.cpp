@@ -6,7 +6,6 @@
 #include "Viewer/Process/HeldSignals.h"
 #include "Viewer/Process/WorkerProcess.h"
 
-#include <algorithm>
 #include <cstring>
 #include <span>
 #include <system_error>

@@ -37,7 +37,7 @@ std::string faultOfMesh(aiMesh const& mesh)
 std::string faultOf(aiScene const& scene)
 {
     if (scene.mRootNode == nullptr)
-        return "no nodes";
+        return "the file has no nodes";
     for (unsigned int i = 0; i < scene.mNumMeshes; ++i) {
         std::string const fault = scene.mMeshes[i] == nullptr ? "is missing" : faultOfMesh(*scene.mMeshes[i]);
         if (!fault.empty())

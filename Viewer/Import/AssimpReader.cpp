@@ -65,7 +65,8 @@ ImportError failureOf(Assimp::Importer const& importer, std::filesystem::path co
         }
     std::string const reason = importer.GetErrorString();
     if (reason.find("No suitable reader") != std::string::npos)
-        return {ImportFailure::formatNotRead, file.string(), "this variant of its format is not read"};
+        return {ImportFailure::formatNotRead, file.string(),
+                "not what its name says, or a variant that is not read"};
     bool const notRead = reason.find("upported") != std::string::npos;
     return {notRead ? ImportFailure::formatNotRead : ImportFailure::broken, file.string(),
             reason.empty() ? "the file cannot be read" : reason};

@@ -1,5 +1,6 @@
 #include "Viewer/Import/GltfAnimations.h"
 
+#include "Viewer/Import/GltfAccessor.h"
 #include "Viewer/Import/ImportError.h"
 #include "Viewer/Import/Tracks.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Viewer/Import/GltfAccessor.h"
+#include "Viewer/Import/GltfDocument.h"
 #include "Viewer/Import/MaterialTable.h"
 #include "Viewer/Import/TextureStore.h"
 

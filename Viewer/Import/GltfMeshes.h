@@ -5,7 +5,6 @@
 #include "Viewer/Import/MaterialTable.h"
 
 #include <map>
-#include <tuple>
 #include <vector>
 
 namespace sgview {

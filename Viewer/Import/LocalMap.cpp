@@ -1,7 +1,6 @@
 #include "Viewer/Import/LocalMap.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace sgview {

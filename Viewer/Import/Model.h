@@ -127,7 +127,7 @@ enum class Interpolation : std::uint8_t {
     cubic,  ///< Hermite spline with tangents, as glTF 2.0 gives it (Appendix C)
 };
 
-/// Values over time. Keys are in ascending order of time, seconds from the clip's start.
+/// Values over time. Keys are in ascending order of time, seconds from the animation's start.
 /// With cubic interpolation there are three values a key: in-tangent, value, out-tangent.
 template <typename T>
 struct ModelTrack {

@@ -34,7 +34,7 @@ ModelCounts countsOf(Model const& model)
     counts.nodes = model.nodes.size();
     counts.surfaces = model.surfaces.size();
     counts.curves = model.curves.size();
-    counts.pictures = model.images.size();
+    counts.textures = model.images.size();
     for (ModelSurface const& surface : model.surfaces) {
         counts.vertices += surface.positions.size();
         counts.triangles += surface.facets.size() / 3;

@@ -12,7 +12,7 @@ struct ModelCounts {
     std::size_t vertices = 0;
     std::size_t triangles = 0;
     std::size_t bones = 0; ///< that move a vertex, each once, however many parts of a split surface it moves
-    std::size_t pictures = 0;
+    std::size_t textures = 0;
 };
 
 /// \param model  as imported, with its arrays

@@ -6,7 +6,6 @@
 #include <array>
 #include <bit>
 #include <cmath>
-#include <map>
 #include <unordered_map>
 
 namespace sgview {

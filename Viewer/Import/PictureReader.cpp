@@ -4,8 +4,8 @@
 #include "Viewer/Import/PictureHeader.h"
 #include "Viewer/Import/PictureScaler.h"
 
-#include <SDL.h>
-#include <SDL_image.h>
+#include <SDL2/SDL.h>
+#include <SDL2/SDL_image.h>
 
 #include <algorithm>
 #include <bit>

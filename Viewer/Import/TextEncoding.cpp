@@ -1,7 +1,6 @@
 #include "Viewer/Import/TextEncoding.h"
 
 #include <optional>
-#include <span>
 
 namespace sgview {
 

@@ -1,7 +1,6 @@
 #include "Viewer/Output/ByteOutput.h"
 
 #include <cerrno>
-#include <string>
 #include <system_error>
 
 namespace sgview {

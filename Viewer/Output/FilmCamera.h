@@ -10,7 +10,7 @@ namespace sgview {
 class FilmCamera {
 public:
     /// Poses the scene to see how far it reaches.
-    /// \param animation      index of the clip, or `none`
+    /// \param animation      index of an animation, or `none`
     /// \param turns          whether the film looks from all sides
     /// \param width, height  of the picture, greater than 0; their ratio counts
     FilmCamera(ModelScene& scene, Index animation, CameraView const& view, bool turns, int width, int height);

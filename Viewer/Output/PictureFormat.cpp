@@ -21,6 +21,14 @@ std::string_view nameOf(PictureFormat format)
     return "unknown";
 }
 
+bool isForeignExtension(std::string_view extension)
+{
+    constexpr std::array<std::string_view, 16> foreign{".jpg",  ".jpeg", ".gif", ".bmp", ".tif",  ".tiff",
+                                                       ".tga",  ".ppm",  ".exr", ".hdr", ".avif", ".mp4",
+                                                       ".webm", ".mkv",  ".mov", ".avi"};
+    return std::ranges::find(foreign, extension) != foreign.end();
+}
+
 PictureFormat formatFor(OutputName const& name)
 {
     std::string const extension = name.extension();

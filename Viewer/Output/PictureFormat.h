@@ -23,6 +23,9 @@ inline constexpr std::array<PictureFormat, 4> allPictureFormats{PictureFormat::p
     return format != PictureFormat::png;
 }
 
+/// The extension of names for pictures and films in a format that is not written here, such as ".jpg".
+[[nodiscard]] bool isForeignExtension(std::string_view extension);
+
 /// What names of this kind are for; PNG where they do not tell.
 [[nodiscard]] PictureFormat formatFor(OutputName const& name);
 

@@ -5,7 +5,6 @@
 #include "SceneGraph/SGTransformNode.h"
 
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 namespace sgview {

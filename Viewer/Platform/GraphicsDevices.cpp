@@ -111,8 +111,8 @@ void useGraphicsDevice(unsigned number)
 {
     std::size_t const count = findDevices().size();
     if (number >= count)
-        throw ContextError("there is no graphics device " + std::to_string(number) + "; the system numbers " +
-                           std::to_string(count) + ", from 0");
+        throw ContextError("there is no graphics device " + std::to_string(number) + ": the system has " +
+                           std::to_string(count) + ", numbered from 0");
     ::setenv(deviceVariable, std::to_string(number).c_str(), 1);
 }
 

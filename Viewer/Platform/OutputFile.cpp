@@ -108,7 +108,8 @@ void OutputFile::open(int descriptor)
 
 void OutputFile::fail(int error) const
 {
-    throw OutputError(path_.string() + ": " + std::generic_category().message(error));
+    throw OutputError(path_.string() + ": " +
+                      (error == ENOENT ? "there is no such folder" : std::generic_category().message(error)));
 }
 
 bool isStandardOutput(fs::path const& path)

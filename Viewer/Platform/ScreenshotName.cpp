@@ -9,7 +9,6 @@
 #include <ctime>
 #include <fstream>
 #include <iterator>
-#include <utility>
 
 namespace sgview {
 

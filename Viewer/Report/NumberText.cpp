@@ -2,6 +2,8 @@
 
 #include "Utilities/Strings.h"
 
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <iomanip>
 
@@ -40,6 +42,12 @@ std::string measureText(double value)
     if (value == 0.0)
         return "0";
     return withDecimals(value, value >= 99.995 ? 1 : value >= 9.9995 ? 2 : 3);
+}
+
+std::string exactText(double value)
+{
+    std::array<char, 32> text{};
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
 }
 
 std::string shareText(double share)

@@ -11,6 +11,9 @@ namespace sgview {
 /// To four digits, three decimals at most: "79.99", "0.764", "1,238".
 [[nodiscard]] std::string measureText(double value);
 
+/// The fewest digits that read back as the same number: "0.1", "1e+300".
+[[nodiscard]] std::string exactText(double value);
+
 /// In percent, to four decimals at most: "3.3066%", "0%".
 [[nodiscard]] std::string shareText(double share);
 

@@ -15,7 +15,7 @@ namespace sgview {
 /// Hermite with tangents scaled by the keys' distance. Rotations come out with unit length.
 ///
 /// \param track    at least one key
-/// \param seconds  from the clip's start
+/// \param seconds  from the animation's start
 [[nodiscard]] Vector3 sample(ModelTrack<Vector3> const& track, double seconds);
 [[nodiscard]] Quaternion sample(ModelTrack<Quaternion> const& track, double seconds);
 
@@ -26,8 +26,8 @@ namespace sgview {
 [[nodiscard]] Matrix3 rotationOf(Quaternion const& q);
 
 /// Where every node of a model is, in the model's space.
-/// \param animation  index of the clip, or `none` for the rest pose
-/// \param seconds    from the clip's start
+/// \param animation  index of an animation, or `none` for the rest pose
+/// \param seconds    from its start
 [[nodiscard]] std::vector<Matrix> poseNodes(Model const& model, Index animation, double seconds);
 
 } // namespace sgview

@@ -8,7 +8,6 @@
 
 #include <cmath>
 #include <numbers>
-#include <optional>
 #include <utility>
 
 namespace sgview {

@@ -30,8 +30,8 @@ public:
     ModelInstance(std::shared_ptr<ModelResources const> resources, SceneOptions const& options,
                   smart_ptr<SGNode> const& parent);
 
-    /// \param animation  index of the clip, or `none` for the rest pose
-    /// \param seconds    from the clip's start
+    /// \param animation  index of an animation, or `none` for the rest pose
+    /// \param seconds    from its start
     void pose(Index animation, double seconds);
 
     /// Nodes, materials, skins and animations as imported.

@@ -21,8 +21,8 @@ public:
     /// What the renderer draws. Set a camera first.
     [[nodiscard]] smart_ptr<SGRootNode> const& root() const { return root_; }
 
-    /// \param animation  index of the clip, or `none` for the rest pose
-    /// \param seconds    from the clip's start; past the end the clip's last moment holds
+    /// \param animation  index of an animation, or `none` for the rest pose
+    /// \param seconds    from its start; past the end its last moment holds
     void pose(Index animation, double seconds) { instance_.pose(animation, seconds); }
 
     /// Everything that is drawn, as posed, in world space.

@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <span>
-#include <utility>
 
 namespace sgview {
 

@@ -1,5 +1,6 @@
 #include "Viewer/Window/ModelSection.h"
 
+#include "Viewer/Report/NumberText.h"
 #include "Viewer/Window/Session.h"
 
 #include <imgui.h>
@@ -16,15 +17,6 @@ void addRow(char const* name, std::string const& value)
     ImGui::TextUnformatted(name);
     ImGui::TableNextColumn();
     ImGui::TextUnformatted(value.c_str());
-}
-
-/// With a blank between groups of three digits.
-std::string grouped(std::size_t number)
-{
-    std::string text = std::to_string(number);
-    for (std::size_t at = text.size(); at > 3; at -= 3)
-        text.insert(at - 3, " ");
-    return text;
 }
 
 } // namespace
@@ -45,10 +37,10 @@ void ModelSection::build(Session& session)
             std::pair{"nodes", counts.nodes},         std::pair{"surfaces", counts.surfaces},
             std::pair{"curves", counts.curves},       std::pair{"vertices", counts.vertices},
             std::pair{"triangles", counts.triangles}, std::pair{"bones", counts.bones},
-            std::pair{"pictures", counts.pictures},   std::pair{"animations", model.animations.size()},
+            std::pair{"textures", counts.textures},   std::pair{"animations", model.animations.size()},
         };
         for (auto const& [name, count] : rows)
-            addRow(name, grouped(count));
+            addRow(name, countText(static_cast<std::int64_t>(count)));
         ImGui::EndTable();
     }
     if (!model.warnings.empty() &&

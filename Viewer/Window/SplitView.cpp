@@ -152,13 +152,13 @@ void SplitView::buildFigures()
     beginOverlayBox("difference");
     ImGui::TextUnformatted("How they differ");
     if (difference_) {
-        ImGui::Text("%zu of %zu pixels mismatch: %.3f %%", difference_->mismatches, difference_->pixels,
+        ImGui::Text("%zu of %zu pixels mismatch: %.3f%%", difference_->mismatches, difference_->pixels,
                     100.0 * difference_->share());
         ImGui::Text("largest difference: %d of 255", difference_->largest);
         ImGui::Text("where pixels match: %d of 255", difference_->largestElsewhere);
         ImGui::TextUnformatted(difference_->isTolerable()
-                                   ? "Alike: the diagnostic accepts less than 1 %."
-                                   : "Different: the diagnostic accepts less than 1 %.");
+                                   ? "Alike: the diagnostic accepts less than 1%."
+                                   : "Different: the diagnostic accepts less than 1%.");
     }
     ImGui::TextDisabled("shown on the left, brighter by");
     for (int const factor : amplifications) {

@@ -16,7 +16,7 @@ namespace {
 void plotFrames(FrameTimes const& frames)
 {
     std::size_t const rate = frames.lastSecond(std::chrono::steady_clock::now());
-    ImGui::Text("%zu frames in the last second", rate);
+    ImGui::Text("%zu frame%s in the last second", rate, rate == 1 ? "" : "s");
     ImGui::Text("%.2f ms to draw one", static_cast<double>(frames.latest()));
     auto const values = frames.milliseconds();
     std::array<char, 32> most{};

@@ -14,9 +14,7 @@ public:
     [[nodiscard]] static smart_ptr<SceneWalk> through(SGNode& top)
     {
         auto walk = make_smart<SceneWalk>();
-        SGTraverser traverser(walk);
-        top.acceptEnter(&traverser);
-        top.acceptLeave(&traverser);
+        SGTraverser::walk(top, *walk);
         return walk;
     }
 

@@ -109,25 +109,6 @@ TEST(Matrix, TransformPointAgreesWithTheFullProduct)
     }
 }
 
-TEST(Matrix, AffineInverseUndoes)
-{
-    Random random;
-    for (int i = 0; i < 1000; ++i) {
-        Matrix3 const linear = random.matrix3();
-        if (std::abs(determinant(linear)) < 0.1)
-            continue;
-        Matrix const m(linear, random.vector(10.0));
-        EXPECT_CLOSE(m * affineInverse(m), Matrix(), 1e-11);
-        EXPECT_CLOSE(affineInverse(m) * m, Matrix(), 1e-11);
-    }
-}
-
-TEST(Matrix, AffineInverseOfWhatHasNoneIsNotFinite)
-{
-    Matrix const flat(Matrix3({1, 0, 0, 0, 1, 0, 0, 0, 0}), Vector3(1, 2, 3));
-    EXPECT_FALSE(std::isfinite(affineInverse(flat)(2, 2)));
-}
-
 TEST(Matrix, FrustumMapsItsCornersToThoseOfTheCube)
 {
     double const near = 2.0;

@@ -9,7 +9,6 @@
 #include "Tests/Unit/OpenGLRenderer/ScriptedClock.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <numeric>
 
 using namespace RendererTesting;

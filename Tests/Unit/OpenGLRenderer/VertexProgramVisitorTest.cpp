@@ -3,7 +3,6 @@
 #include "OpenGLRenderer/ConverterToFloats.h"
 #include "OpenGLRenderer/ExtraData.h"
 #include "OpenGLRenderer/ExtraDataKeys.h"
-#include "OpenGLRenderer/NoVBOTag.h"
 #include "OpenGLRenderer/VBOCreator.h"
 #include "OpenGLRenderer/VBOData.h"
 #include "OpenGLRenderer/ViewMatrixData.h"

@@ -56,11 +56,9 @@ std::string SceneContent::surfaceNames() const
 
 SceneContent contentOf(smart_ptr<SGRootNode> const& root)
 {
-    auto walk = make_smart<Walk>();
-    SGTraverser traverser(walk);
-    root->acceptEnter(&traverser);
-    root->acceptLeave(&traverser);
-    return walk->content;
+    Walk walk;
+    SGTraverser::walk(*root, walk);
+    return std::move(walk.content);
 }
 
 } // namespace sgview

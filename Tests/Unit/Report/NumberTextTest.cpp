@@ -37,6 +37,14 @@ TEST(NumberText, MeasuresThatAreNoneAreShownAsTheyAre)
     EXPECT_EQ(sgview::measureText(std::numeric_limits<double>::infinity()), "inf");
 }
 
+TEST(NumberText, ExactNumbersReadBackAsThemselves)
+{
+    EXPECT_EQ(sgview::exactText(0.1), "0.1");
+    EXPECT_EQ(sgview::exactText(-30.0), "-30");
+    EXPECT_EQ(sgview::exactText(1.0 / 3.0), "0.3333333333333333");
+    EXPECT_EQ(sgview::exactText(-2.2250738585072014e-308), "-2.2250738585072014e-308");
+}
+
 TEST(NumberText, SharesTellTheLimitFromOnePixelLess)
 {
     EXPECT_EQ(sgview::shareText(0.0), "0%");

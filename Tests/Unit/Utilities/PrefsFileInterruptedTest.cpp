@@ -10,7 +10,6 @@
 #include <sys/syscall.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <vector>
 

@@ -1,4 +1,4 @@
-#include "Tests/Frame/AllocationCount.h"
+#include "Tests/Frame/LiveAllocations.h"
 
 #include <atomic>
 #include <cstdlib>
