@@ -77,7 +77,10 @@ void ManualUnColorizer::enter(SGGeometryNode* node)
     if (!uncolorized)
         return;
     for (auto const& [index, texture] : uncolorized->textures) {
-        SGTextureLayer& layer = node->textureLayers[static_cast<std::size_t>(index)];
+        auto const place = static_cast<std::size_t>(index);
+        if (place >= node->textureLayers.size())
+            continue; // taken away after a frame that did not come to its end
+        SGTextureLayer& layer = node->textureLayers[place];
         layer.texture = texture;
         layer.colorize = true;
     }

@@ -26,6 +26,9 @@ void ManualTriangleFlipper::addConditions(SceneSurvey::Conditions& conditions) c
 
 void ManualTriangleFlipper::carryOut(SGRootNode& root, Findings findings)
 {
+    // What a frame that did not come to its end has left would be flipped a second time.
+    if (UnflippedData::any())
+        ManualTriangleUnFlipper().carryOut(root, findings);
     root.acceptEnter(this);
     for (SceneSurvey::Finding const& finding : findings) {
         flipped = finding.mirrored;

@@ -115,8 +115,8 @@ void GLRenderer::readPixels(int x, int y, int width, int height, PixelFormat for
     glFlush();
     glReadPixels(x, y, width, height, getGLFormat(format), GL_UNSIGNED_BYTE, data);
 
-    // Four bytes a pixel whatever the format: the interface says so.
-    std::ptrdiff_t const rowSize = static_cast<std::ptrdiff_t>(width) * 4;
+    // Four bytes a pixel whatever the format: the interface says so. OpenGL has refused a negative size.
+    std::ptrdiff_t const rowSize = static_cast<std::ptrdiff_t>(std::max(width, 0)) * 4;
     for (int i = 0; i < height / 2; ++i) {
         unsigned char* const lower = data + rowSize * i;
         std::swap_ranges(lower, lower + rowSize, data + rowSize * (height - 1 - i));

@@ -10,9 +10,23 @@
 #include <new>
 #include <optional>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 enum ExitStatus : int { done = 0, failed = 1, badUsage = 2 };
+
+/// A standard stream that was closed before would be the next file that is opened, and words for people would
+/// go into that. Writing to what stands there now fails, as it would without.
+void occupyClosedStreams()
+{
+    int opened = STDIN_FILENO;
+    while (opened >= 0 && opened <= STDERR_FILENO)
+        opened = ::open("/dev/null", O_RDONLY);
+    if (opened > STDERR_FILENO)
+        ::close(opened);
+}
 
 void runAsAsked(int argc, char const* const* argv)
 {
@@ -27,6 +41,7 @@ void runAsAsked(int argc, char const* const* argv)
 
 int main(int argc, char** argv)
 {
+    occupyClosedStreams();
     if (sgview::isImportWorker(argc, argv))
         return sgview::importWorkerMain(argc, argv);
     if (sgview::isDiagnosticWorker(argc, argv))

@@ -1,7 +1,10 @@
 #include "Tests/Command/Sgview.h"
 
+#include "Viewer/CommandLine/ConfigurationText.h"
+
 #include <gmock/gmock.h>
 
+#include <ctime>
 #include <regex>
 #include <sstream>
 
@@ -194,6 +197,16 @@ TEST_F(Configuration, Broken)
     expectBroken("wireframe = maybe\n", ":1: wireframe is true or false");
     expectBroken("size = [10x10]\n", ":1: size takes no list");
     expectBroken("[render]\ndevice = list\n", ":2: device: list is for the command line alone");
+}
+
+TEST_F(Configuration, LongOnesAreReadInNoTime)
+{
+    std::string text;
+    while (text.size() < 1'000'000)
+        text += "a" + std::to_string(text.size()) + "=1\n";
+    std::clock_t const start = std::clock();
+    EXPECT_GT(sgview::readConfiguration(text).size(), 90'000U);
+    EXPECT_LT(std::clock() - start, 10 * CLOCKS_PER_SEC) << "each line was held against all before";
 }
 
 TEST_F(Configuration, FilesThatCannotBeRead)

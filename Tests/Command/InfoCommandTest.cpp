@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace {
 
 using nlohmann::json;
@@ -145,6 +147,18 @@ TEST_F(InfoCommand, NamesThatAreNoTextStillMakeWellFormedJson)
     json const model = info({"strange\x01.obj"});
     EXPECT_EQ(model["file"], "strange\x01.obj");
     EXPECT_THAT(model["bounds"][0]["name"].get<std::string>(), StartsWith("caf\xef\xbf\xbd"));
+}
+
+TEST_F(InfoCommand, NamesSteerNoTerminal)
+{
+    std::string const name = "a\u009B31mz\u202E\x1B[2Jb";
+    writeFile("a.obj", "mtllib a.mtl\no a\nusemtl " + name + "\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    writeFile("a.mtl", "newmtl " + name + "\nKd 1 0 0\n");
+    EXPECT_THAT(runWell({"info", "a.obj"}), HasSubstr("'a 31mz [2Jb'"));
+    std::string const text = runWell({"info", "a.obj", "--json"});
+    EXPECT_TRUE(std::ranges::all_of(text, [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); }))
+        << text;
+    EXPECT_EQ(json::parse(text)["materials"], json({name}));
 }
 
 TEST_F(InfoCommand, FullStandardOutput)

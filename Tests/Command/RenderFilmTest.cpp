@@ -8,8 +8,10 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <random>
+#include <thread>
 
 namespace {
 
@@ -40,6 +42,28 @@ protected:
         return pictures;
     }
 };
+
+/// What a process has open under a number, or nothing.
+std::string openFile(pid_t process, std::string const& number)
+{
+    std::error_code gone;
+    return std::filesystem::read_symlink("/proc/" + std::to_string(process) + "/fd/" + number, gone).string();
+}
+
+/// Waits until a process has a file open in a folder; what that is called, or nothing after a minute.
+std::string waitForFileIn(std::filesystem::path const& folder, pid_t process)
+{
+    std::error_code gone;
+    for (int tries = 0; tries < 6000; ++tries) {
+        for (auto const& entry :
+             std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/fd", gone))
+            if (std::string name = openFile(process, entry.path().filename());
+                name.starts_with(folder.string()))
+                return name;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return {};
+}
 
 /// Columns and rows that a model covers on white.
 struct Extent {
@@ -295,6 +319,25 @@ TEST_F(RenderFilm, Y4mHasEachFrameInBrightnessAndColour)
             }
         EXPECT_LT(worst, 2.5);
     }
+}
+
+TEST_F(RenderFilm, KilledLeavesNothingAndClosedStreamsAreNotItsFile)
+{
+    Circumstances closed;
+    closed.closedStreams = true;
+    std::filesystem::create_directory(folder / "streams");
+    std::filesystem::create_directory(folder / "films");
+    pid_t const process = start({"render", creature(), "--output", "films/a.webp", "--turntable", "900000"},
+                                closed, folder / "streams");
+    std::string const file = waitForFileIn(folder / "films", process);
+    for (char const* const stream : {"0", "1", "2"})
+        EXPECT_EQ(openFile(process, stream), "/dev/null") << stream;
+    ::kill(process, SIGKILL);
+    EXPECT_EQ(finish(process, folder / "streams").signal, SIGKILL);
+    EXPECT_NE(file, "") << "nothing was begun";
+    if (!file.ends_with("(deleted)"))
+        GTEST_SKIP() << "the file system knows no files without a name";
+    EXPECT_TRUE(std::filesystem::is_empty(folder / "films"));
 }
 
 TEST_F(RenderFilm, WhatAFilmNeeds)

@@ -236,6 +236,13 @@ TEST_F(RenderOutput, TheCommandLineDrawsThePictureAgain)
     EXPECT_EQ(contentOf("b.png"), contentOf("a.png"));
 }
 
+TEST_F(RenderOutput, NamesOfTheGreatestLength)
+{
+    std::string const name = std::string(251, 'n') + ".png";
+    static_cast<void>(render(name, {creature(), "--size", "16x16"}));
+    EXPECT_EQ(filesInFolder(), std::vector{name});
+}
+
 TEST_F(RenderOutput, NamesInNotesAreText)
 {
     std::filesystem::copy_file(creature(), folder / "caf\xc3\xa9\xff.glb");

@@ -81,6 +81,8 @@ void arrange(Circumstances const& circumstances)
     if (circumstances.output)
         ::dup2(::open(circumstances.output->c_str(), O_WRONLY), 1);
     arrange(circumstances);
+    for (int stream = 0; stream <= 2 && circumstances.closedStreams; ++stream)
+        ::close(stream);
     std::vector<char*> pointers;
     for (std::string& argument : arguments)
         pointers.push_back(argument.data());

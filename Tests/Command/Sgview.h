@@ -24,6 +24,7 @@ struct Circumstances {
     std::optional<std::uintmax_t> largestFile;                     ///< bytes
     bool asAnybody = false;            ///< without root's right to read and write everything
     std::optional<std::string> output; ///< file that standard output goes to, instead of the outcome
+    bool closedStreams = false;        ///< no standard input, output and error
 };
 
 /// A test that runs sgview as a person types it, in a folder of its own, as a user for whose card every

@@ -171,7 +171,7 @@ void writeJson(std::ostream& stream, BenchResult const& result)
                      {"scene", result.start.scene},
                      {"firstFrame", result.start.firstFrame}};
     constexpr int indentation = 2;
-    stream << json.dump(indentation, ' ', false, Json::error_handler_t::replace) << '\n';
+    stream << json.dump(indentation, ' ', true, Json::error_handler_t::replace) << '\n';
 }
 
 } // namespace sgview

@@ -3,6 +3,8 @@
 #include "Utilities/Strings.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 namespace sgview {
 
@@ -135,6 +137,7 @@ ConfigurationEntry readEntry(LineReader& reader)
 std::vector<ConfigurationEntry> readConfiguration(std::string_view text)
 {
     std::vector<ConfigurationEntry> entries;
+    std::map<std::pair<std::string, std::string>, std::size_t> lineOf; // by section and name
     std::string section;
     std::size_t sectionLine = 0;
     std::size_t number = 0;
@@ -151,9 +154,9 @@ std::vector<ConfigurationEntry> readConfiguration(std::string_view text)
         entry.section = section;
         entry.sectionLine = sectionLine;
         entry.line = number;
-        for (ConfigurationEntry const& other : entries)
-            if (other.section == section && other.name == entry.name)
-                reader.refuse(entry.name + " is set in line " + std::to_string(other.line) + " already");
+        auto const [known, isNew] = lineOf.try_emplace({section, entry.name}, number);
+        if (!isNew)
+            reader.refuse(entry.name + " is set in line " + std::to_string(known->second) + " already");
         entries.push_back(std::move(entry));
     }
     return entries;

@@ -124,7 +124,7 @@ void writeJson(std::ostream& stream, Comparison const& comparison)
     for (TechniqueResult const& result : comparison.results)
         json["techniques"].push_back(asJson(result));
     constexpr int indentation = 2;
-    stream << json.dump(indentation, ' ', false, Json::error_handler_t::replace) << '\n';
+    stream << json.dump(indentation, ' ', true, Json::error_handler_t::replace) << '\n';
 }
 
 } // namespace sgview

@@ -79,7 +79,7 @@ void writeJson(std::ostream& stream, GraphicsSummary const& summary)
         stored[key] = value;
     json["verdict"] = {{"stored", stored}, {"holds", summary.verdictHolds}};
     json["technique"] = nameOf(summary.technique);
-    stream << json.dump(indentation, ' ', false, Json::error_handler_t::replace) << '\n';
+    stream << json.dump(indentation, ' ', true, Json::error_handler_t::replace) << '\n';
 }
 
 void printDevices()

@@ -89,7 +89,7 @@ void write(std::ostream& stream, Json const& json)
 {
     constexpr int indentation = 2;
     // Names come from files and may be no UTF-8.
-    stream << json.dump(indentation, ' ', false, Json::error_handler_t::replace) << '\n';
+    stream << json.dump(indentation, ' ', true, Json::error_handler_t::replace) << '\n';
 }
 
 } // namespace

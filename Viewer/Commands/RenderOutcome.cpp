@@ -57,7 +57,7 @@ void writeJsonLine(std::ostream& stream, RenderOutcome const& outcome)
     if (outcome.error)
         json["error"] = {{"kind", kindOf(outcome.error)}, {"message", messageOf(outcome.error)}};
     // Names may be no UTF-8.
-    stream << json.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+    stream << json.dump(-1, ' ', true, Json::error_handler_t::replace) << '\n';
 }
 
 } // namespace sgview

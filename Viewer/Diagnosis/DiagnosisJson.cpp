@@ -157,7 +157,7 @@ void writeJson(std::ostream& stream, SupervisedDiagnosis const& run,
     json["log"] = diagnosis.log;
     json["journal"] = asJson(journal);
     constexpr int indentation = 2;
-    stream << json.dump(indentation, ' ', false, Json::error_handler_t::replace) << '\n';
+    stream << json.dump(indentation, ' ', true, Json::error_handler_t::replace) << '\n';
 }
 
 } // namespace sgview

@@ -1,6 +1,6 @@
 #include "Viewer/Import/ImportError.h"
 
-#include <algorithm>
+#include "Viewer/Report/CodePoints.h"
 
 namespace sgview {
 
@@ -8,10 +8,13 @@ namespace {
 
 constexpr std::size_t longestLine = 1000;
 
-bool isControl(char c)
+/// Whether a terminal takes the character for an order, breaks the line there, or turns the text around.
+bool steersTerminals(std::uint32_t code)
 {
-    auto const code = static_cast<unsigned char>(c);
-    return code < 0x20 || code == 0x7F;
+    bool const isControl = code < 0x20 || (code >= 0x7F && code < 0xA0);
+    bool const breaksLines = code == 0x2028 || code == 0x2029;
+    bool const turnsText = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+    return isControl || breaksLines || turnsText;
 }
 
 } // namespace
@@ -57,13 +60,17 @@ std::string_view nameOf(ImportFailure failure)
 
 std::string oneLine(std::string_view text)
 {
+    // After a long name comes the reason.
+    if (text.size() > longestLine)
+        return oneLine(text.substr(0, longestLine / 2)) + " ... " +
+               oneLine(text.substr(text.size() - longestLine / 2));
     std::string line;
-    line.reserve(std::min(text.size(), longestLine));
-    for (char const c : text.substr(0, longestLine)) {
-        char const shown = isControl(c) ? ' ' : c;
-        if (shown != ' ' || (!line.empty() && line.back() != ' '))
+    line.reserve(text.size());
+    forEachCodePoint(text, [&line](std::uint32_t code, std::string_view bytes) {
+        std::string_view const shown = steersTerminals(code) ? " " : bytes;
+        if (shown != " " || (!line.empty() && line.back() != ' '))
             line += shown;
-    }
+    });
     while (!line.empty() && line.back() == ' ')
         line.pop_back();
     return line;

@@ -45,7 +45,9 @@ private:
     ImportFailure failure_;
 };
 
-/// `text` without control characters, blanks at its ends, and anything beyond a length fit for one line.
+/// `text` as UTF-8 that stands on one line of a terminal and steers nothing there: without control
+/// characters, what turns the direction of writing, and blanks at its ends. A byte that is no part of a valid
+/// code becomes U+FFFD. Of what is too long for a line the middle is left out.
 [[nodiscard]] std::string oneLine(std::string_view text);
 
 } // namespace sgview

@@ -21,7 +21,30 @@ namespace fs = std::filesystem;
 
 fs::path temporaryBeside(fs::path const& path)
 {
-    return path.parent_path() / ("." + path.filename().string() + "." + std::to_string(::getpid()) + ".tmp");
+    constexpr std::size_t most = 200; // of the 255 bytes that a name may have
+    return path.parent_path() /
+           ("." + path.filename().string().substr(0, most) + "." + std::to_string(::getpid()) + ".tmp");
+}
+
+fs::path folderOf(fs::path const& path)
+{
+    return path.has_parent_path() ? path.parent_path() : fs::path(".");
+}
+
+std::string openFileName(int descriptor)
+{
+    return "/proc/self/fd/" + std::to_string(descriptor);
+}
+
+/// A file without a name in the folder of another; -1 where the system knows none. It goes with the process,
+/// whatever ends that.
+int openUnnamedBeside(fs::path const& path)
+{
+    int const descriptor = ::open(folderOf(path).c_str(), O_WRONLY | O_CLOEXEC | O_TMPFILE, 0666);
+    if (descriptor < 0 || ::access(openFileName(descriptor).c_str(), F_OK) == 0)
+        return descriptor;
+    ::close(descriptor); // no path by which to give it a name
+    return -1;
 }
 
 /// The number of the open file that a path such as /dev/fd/3 stands for.
@@ -68,10 +91,10 @@ OutputFile::OutputFile(fs::path path) : path_(std::move(path))
     if (fs::exists(status) && ::access(path_.c_str(), W_OK) != 0)
         fail(errno);
     bool const asItIs = fs::exists(status) && !fs::is_regular_file(status);
-    if (!asItIs)
-        temporary_ = temporaryBeside(path_);
-    int const flags = O_WRONLY | O_CLOEXEC | O_NOCTTY | (asItIs ? 0 : O_CREAT | O_TRUNC | O_NOFOLLOW);
-    open(::open(asItIs ? path_.c_str() : temporary_.c_str(), flags, 0666));
+    if (asItIs)
+        open(::open(path_.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
+    else
+        openTemporary();
 }
 
 OutputFile::~OutputFile()
@@ -86,12 +109,37 @@ void OutputFile::commit()
 {
     bool const failedBefore = std::ferror(stream_) != 0;
     int const earlier = errno;
+    if (isUnnamed_ && !failedBefore)
+        giveTemporaryName();
     int const closed = std::fclose(std::exchange(stream_, nullptr));
     if (failedBefore || closed != 0)
         fail(closed != 0 ? errno : earlier);
     if (!temporary_.empty() && std::rename(temporary_.c_str(), path_.c_str()) != 0)
         fail(errno);
     temporary_.clear();
+}
+
+void OutputFile::openTemporary()
+{
+    int const unnamed = openUnnamedBeside(path_);
+    isUnnamed_ = unnamed >= 0;
+    if (isUnnamed_) {
+        open(unnamed);
+        return;
+    }
+    temporary_ = temporaryBeside(path_);
+    open(::open(temporary_.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | O_CREAT | O_TRUNC | O_NOFOLLOW, 0666));
+}
+
+/// A link cannot replace the file under the last name; renaming can.
+void OutputFile::giveTemporaryName()
+{
+    fs::path const name = temporaryBeside(path_);
+    ::unlink(name.c_str());
+    if (::linkat(AT_FDCWD, openFileName(::fileno(stream_)).c_str(), AT_FDCWD, name.c_str(),
+                 AT_SYMLINK_FOLLOW) != 0)
+        fail(errno);
+    temporary_ = name;
 }
 
 void OutputFile::open(int descriptor)

@@ -13,9 +13,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// A file that appears under its name only once it is whole: until then it has a temporary name in the same
-/// folder. A device or a pipe is written to as it is, and so is what the process has open already: "-" is
-/// standard output, and /dev/fd/3 what it says.
+/// A file that appears under its name only once it is whole: until then it has no name, or a temporary one in
+/// the same folder where the file system knows no files without. A device or a pipe is written to as it is,
+/// and so is what the process has open already: "-" is standard output, and /dev/fd/3 what it says.
 class OutputFile {
 public:
     /// \throws OutputError
@@ -37,10 +37,13 @@ public:
     [[noreturn]] void fail(int error) const;
 
 private:
+    void openTemporary();
+    void giveTemporaryName();
     void open(int descriptor);
 
     std::filesystem::path path_;
     std::filesystem::path temporary_; ///< empty while there is none
+    bool isUnnamed_ = false;
     std::FILE* stream_ = nullptr;
 };
 

@@ -1,17 +1,12 @@
 #include "Viewer/Report/PlainText.h"
 
-#include <boost/locale/utf.hpp>
+#include "Viewer/Report/CodePoints.h"
 
 namespace sgview {
 
 namespace {
 
-using Utf = boost::locale::utf::utf_traits<char>;
-using boost::locale::utf::code_point;
-
-constexpr std::string_view replacement = "\xEF\xBF\xBD";
-
-bool isAllowed(code_point code)
+bool isAllowed(std::uint32_t code)
 {
     bool const isControl = (code < 0x20 && code != '\t' && code != '\n') || (code >= 0x7F && code < 0xA0);
     bool const isNoncharacter = (code >= 0xFDD0 && code < 0xFDF0) || (code & 0xFFFE) == 0xFFFE;
@@ -24,15 +19,9 @@ std::string asPlainText(std::string_view text)
 {
     std::string plain;
     plain.reserve(text.size());
-    for (auto at = text.begin(); at != text.end();) {
-        auto next = at;
-        code_point const code = Utf::decode(next, text.end());
-        bool const isCode = boost::locale::utf::is_valid_codepoint(code);
-        if (!isCode)
-            next = at + 1;
-        plain += isCode && isAllowed(code) ? std::string_view(at, next) : replacement;
-        at = next;
-    }
+    forEachCodePoint(text, [&plain](std::uint32_t code, std::string_view bytes) {
+        plain += isAllowed(code) ? bytes : replacementCharacter;
+    });
     return plain;
 }
 

@@ -8,6 +8,13 @@ namespace {
 std::size_t counted = 0;
 std::size_t countedBytes = 0;
 
+void* allocate(std::size_t size) noexcept
+{
+    ++counted;
+    countedBytes += size;
+    return std::malloc(size == 0 ? 1 : size);
+}
+
 } // namespace
 
 std::size_t CountedAllocations::count()
@@ -22,11 +29,14 @@ std::size_t CountedAllocations::bytes()
 
 void* operator new(std::size_t size)
 {
-    ++counted;
-    countedBytes += size;
-    if (void* const memory = std::malloc(size == 0 ? 1 : size))
+    if (void* const memory = allocate(size))
         return memory;
     throw std::bad_alloc();
+}
+
+void* operator new(std::size_t size, std::nothrow_t const&) noexcept
+{
+    return allocate(size);
 }
 
 void operator delete(void* memory) noexcept

@@ -286,6 +286,28 @@ TEST_F(Frame, RestoresTintedLayersWithTheNextFrameAfterOneThatThrew)
     EXPECT_EQ(surface->textureLayers[0].colorize, before.colorize);
 }
 
+TEST_F(Frame, PutsAllBackWithTheNextFrameAfterSomeThatThrew)
+{
+    SurfaceReferences const before(*surface);
+    gl.setString(GL_VERSION, "OpenGL 1.5");
+    for (int frame = 0; frame < 2; ++frame)
+        EXPECT_THROW(static_cast<void>(render()), boost::bad_lexical_cast);
+    EXPECT_NE(surface->getFacets(), before.facets);
+    gl.setString(GL_VERSION, "1.5");
+    static_cast<void>(render());
+    EXPECT_EQ(SurfaceReferences(*surface), before);
+}
+
+TEST_F(Frame, MayLoseLayersAfterOneThatThrew)
+{
+    gl.setString(GL_VERSION, "OpenGL 1.5");
+    EXPECT_THROW(static_cast<void>(render()), boost::bad_lexical_cast);
+    surface->textureLayers.clear();
+    gl.setString(GL_VERSION, "1.5");
+    EXPECT_NO_THROW(static_cast<void>(render()));
+    EXPECT_TRUE(surface->textureLayers.empty());
+}
+
 TEST_F(Frame, OfAnEmptySceneSetsUpAndWalksTheRoot)
 {
     root = make_smart<SGRootNode>();

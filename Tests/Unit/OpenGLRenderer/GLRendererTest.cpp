@@ -236,6 +236,15 @@ TEST_F(GLRendererFrame, SwapsRowsOfFourBytesAPixelWhateverTheFormat)
     EXPECT_EQ(gl.calls().back(), "glReadPixels(0, 0, 1, 2, GL_RGB, GL_UNSIGNED_BYTE, array)");
 }
 
+TEST_F(GLRendererFrame, SwapsNothingOfASizeThatIsNone)
+{
+    std::vector<unsigned char> pixels = numbered(8);
+    for (auto const& [width, height] :
+         {std::pair(-1, 2), std::pair(1, -2), std::pair(0, 2), std::pair(-1, -2)})
+        renderer.readPixels(0, 0, width, height, SGRenderer::RGBA, pixels.data());
+    EXPECT_EQ(pixels, numbered(8));
+}
+
 TEST(GLRendererFormat, IsAlphaForWhatIsNotKnown)
 {
     EXPECT_EQ(GLRenderer::getGLFormat(SGRenderer::LUMINANCE), GLenum(GL_LUMINANCE));
