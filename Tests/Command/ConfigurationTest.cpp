@@ -1,12 +1,13 @@
 #include "Tests/Command/Sgview.h"
 
-#include "Viewer/CommandLine/ConfigurationText.h"
-
 #include <gmock/gmock.h>
 
-#include <ctime>
+#include <array>
 #include <regex>
 #include <sstream>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -199,14 +200,24 @@ TEST_F(Configuration, Broken)
     expectBroken("[render]\ndevice = list\n", ":2: device: list is for the command line alone");
 }
 
-TEST_F(Configuration, LongOnesAreReadInNoTime)
+TEST_F(Configuration, NobodyWaitsForAPipeThatIsNotAskedFor)
 {
-    std::string text;
-    while (text.size() < 1'000'000)
-        text += "a" + std::to_string(text.size()) + "=1\n";
-    std::clock_t const start = std::clock();
-    EXPECT_GT(sgview::readConfiguration(text).size(), 90'000U);
-    EXPECT_LT(std::clock() - start, 10 * CLOCKS_PER_SEC) << "each line was held against all before";
+    std::string const file = (folder / "config/sgview/config").string();
+    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+    expectFailure({"info", creature()}, 2, file + ": a pipe, not a file");
+    EXPECT_THAT(runWell({"info", creature(), "--no-config", "--json"}), StartsWith("{"));
+}
+
+TEST_F(Configuration, APipeThatIsAskedForIsRead)
+{
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    std::string const text = "[info]\njson = true\n";
+    ASSERT_EQ(::write(ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    ::close(ends[1]);
+    EXPECT_THAT(runWell({"info", creature(), "--config", "/dev/fd/" + std::to_string(ends[0])}),
+                StartsWith("{"));
+    ::close(ends[0]);
 }
 
 TEST_F(Configuration, FilesThatCannotBeRead)

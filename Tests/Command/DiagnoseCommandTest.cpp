@@ -211,11 +211,19 @@ TEST_F(DiagnoseCommand, ReportIsOnePage)
 
 TEST_F(DiagnoseCommand, OnStandardOutputThereIsNothingElse)
 {
-    EXPECT_TRUE(json::accept(diagnose({"--json", "-"}, withFaults()).output));
+    for (std::vector<std::string> const& written :
+         std::vector<std::vector<std::string>>{{"--json", "-"}, {"--json"}, {"--json", "--quiet"}}) {
+        Outcome const outcome = diagnose(written, withFaults());
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_TRUE(json::accept(outcome.output)) << written.back();
+    }
     std::string const page = diagnose({"--report", "-", "--json", "a.json"}, withFaults()).output;
     EXPECT_TRUE(page.starts_with("<!DOCTYPE html>"));
     EXPECT_TRUE(page.ends_with("</html>\n")) << page.substr(page.size() - 100);
     EXPECT_TRUE(json::accept(contentOf("a.json")));
+    EXPECT_EQ(diagnose({"--json=b.json"}, withFaults()).output,
+              diagnose({"--json", "c.json"}, withFaults()).output);
+    EXPECT_TRUE(json::accept(contentOf("b.json")));
     EXPECT_FALSE(std::filesystem::exists(folder / "-"));
 }
 
@@ -262,6 +270,10 @@ TEST_F(DiagnoseCommand, UsageErrors)
     expectFailure({"diagnose", "--report", "-", "--json", "/dev/stdout"}, badUsage,
                   "--json: standard output takes the report already");
     expectFailure({"diagnose", "a.glb"}, badUsage, "unexpected argument a.glb; see sgview diagnose --help");
+    expectFailure({"diagnose", "--report", "-", "--json"}, badUsage,
+                  "--json: standard output takes the report already");
+    expectFailure({"diagnose", "--json", "a.json", "b.json"}, badUsage,
+                  "unexpected argument b.json; see sgview diagnose --help");
     for (char const* limit : {"0", "-1", "1.5", "86401"})
         expectFailure({"diagnose", "--time-limit", limit}, badUsage,
                       "--time-limit: '" + std::string(limit) + "' is not a whole number from 1 to 86400");

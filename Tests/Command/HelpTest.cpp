@@ -127,7 +127,7 @@ TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
           "--wireframe", "--colorize", "--module PATH", "--quiet", "--version", "Exit status 1",
           "Examples:"}},
         {"diagnose",
-         {"--force", "--report FILE.html", "--json FILE", "--why", "--model FILE", "--animation NAME|INDEX",
+         {"--force", "--report FILE.html", "--json [FILE]", "--why", "--model FILE", "--animation NAME|INDEX",
           "--times COUNT|SECONDS,...", "--texture-folder DIR", "--memory-limit MIB", "--time-limit SECONDS",
           "default: 60", "--module PATH", "--quiet", "--log CHANNELS", "--version", "Exit status 1",
           "Examples:"}},

@@ -1,115 +1,136 @@
+#include "Tests/Command/OptionNames.h"
 #include "Tests/Command/Sgview.h"
 
-#include <algorithm>
-#include <cctype>
-#include <fstream>
-#include <iterator>
+#include <gmock/gmock.h>
+
+#include <map>
 #include <regex>
 #include <set>
 
 namespace {
 
-namespace fs = std::filesystem;
+using Arguments = std::vector<std::string>;
 
-bool contains(std::string const& statement, std::string const& text)
-{
-    return statement.find(text) != std::string::npos;
-}
-
-bool uses(std::string const& statement, std::string const& option)
-{
-    return contains(statement, "\"" + option + "\"") || contains(statement, "\"" + option + "=");
-}
-
-struct Statement {
-    std::string file; ///< name
-    std::string text;
-
-    /// Whether a command is run here: named, or what all of the file is about.
-    [[nodiscard]] bool isAbout(std::string command) const
-    {
-        bool const isNamed = contains(text, "\"" + command + "\"");
-        command.front() = static_cast<char>(std::toupper(command.front()));
-        return isNamed || file.starts_with(command);
-    }
-};
-
-/// Tells which options tests use, by the statements of their sources.
+/// Uses every option of a command, in as few runs as go together. All of them have to end well.
 class OptionUse : public SgviewTest {
 protected:
-    /// The statements of a folder's tests, without lists of what a help ought to say.
-    static std::vector<Statement> statementsIn(std::string const& folderOfTests)
+    OptionUse() { writeFile("settings", "[bench]\nquiet = false\n"); }
+
+    void use(std::string const& command, Arguments arguments, Circumstances const& circumstances = {})
     {
-        std::vector<Statement> statements;
-        for (fs::directory_entry const& entry :
-             fs::directory_iterator(SG_SOURCE_FOLDER "/Tests/" + folderOfTests)) {
-            std::string const name = entry.path().filename().string();
-            if (!name.ends_with("Test.cpp"))
-                continue;
-            std::ifstream stream(entry.path());
-            std::string const text{std::istreambuf_iterator<char>(stream), {}};
-            for (std::size_t start = 0, end = 0; end != std::string::npos; start = end + 1) {
-                end = text.find(";\n", start);
-                Statement const statement{name, text.substr(start, end - start)};
-                if (name != "HelpTest.cpp" || contains(statement.text, "runWell("))
-                    statements.push_back(statement);
-            }
-        }
-        return statements;
+        for (std::string const& argument : arguments)
+            if (argument.starts_with("--"))
+                used_[command].insert(argument);
+        arguments.insert(arguments.begin(), command);
+        Outcome const outcome = run(arguments, circumstances);
+        EXPECT_EQ(outcome.status, 0) << testing::PrintToString(arguments) << "\n" << outcome.errors;
     }
 
-    [[nodiscard]] std::vector<std::string> commands() const
+    /// Uses what every command has, on top of what its other runs use.
+    void expectAllUsed(std::string const& command, std::set<std::string> const& elsewhere = {})
     {
-        std::string const help = runWell({"--help"});
-        std::string const list = help.substr(0, help.find("\n  FILE..."));
-        std::regex const entry("\n  ([a-z]+) ");
-        std::vector<std::string> names;
-        for (std::sregex_iterator i(list.begin(), list.end(), entry), end; i != end; ++i)
-            names.push_back((*i)[1]);
-        return names;
+        for (char const* const question : {"--help", "--version"})
+            use(command, {question});
+        std::set<std::string> used = used_[command];
+        used.insert(elsewhere.begin(), elsewhere.end());
+        EXPECT_EQ(used, optionsIn(runWell({command, "--help"})));
     }
 
-    [[nodiscard]] std::set<std::string> optionsIn(std::vector<std::string> const& arguments) const
+    /// What goes with any model, and with anything.
+    static Arguments with(Arguments arguments, Arguments const& further)
     {
-        std::string const help = runWell(arguments);
-        std::regex const entry("\n  (?:-[A-Za-z],|   ) (--[a-z-]+)");
-        std::set<std::string> names;
-        for (std::sregex_iterator i(help.begin(), help.end(), entry), end; i != end; ++i)
-            names.insert((*i)[1]);
-        return names;
+        arguments.insert(arguments.end(), further.begin(), further.end());
+        return arguments;
     }
+
+    Arguments const import{"--texture-folder", ".", "--memory-limit", "900", "--time-limit", "9"};
+    Arguments const view{"--azimuth", "1", "--elevation", "2", "--zoom", "1.5"};
+    Arguments const scene{"--background", "#102030", "--colorize", "#ffffff,#000000",
+                          "--wireframe",  "--unlit", "--mirror"};
+    Arguments const general{"--quiet", "--config", "settings", "--module", SG_LIBRARIES};
+    Arguments const otherwise{"--log", "error", "--no-config"};
+
+private:
+    std::map<std::string, std::set<std::string>> used_;
 };
 
-TEST_F(OptionUse, EveryOptionOfEveryCommandIsUsedByATest)
+TEST_F(OptionUse, Render)
 {
-    std::vector<Statement> const statements = statementsIn("Command");
-    std::vector<std::string> const names = commands();
-    ASSERT_GE(names.size(), 5U);
-    for (std::string const& command : names) {
-        std::set<std::string> const options = optionsIn({command, "--help"});
-        EXPECT_GE(options.size(), 1U) << command;
-        for (std::string const& option : options)
-            EXPECT_TRUE(std::ranges::any_of(statements,
-                                            [&](Statement const& statement) {
-                                                return statement.isAbout(command) &&
-                                                       uses(statement.text, option);
-                                            }))
-                << "no test uses sgview " << command << " " << option;
-    }
+    Arguments film{creature(),    "--output",   "a.webp",      "--format", "webp",          "--quality",
+                   "50",          "--size",     "32x24",       "--frames", "0-1",           "--fps",
+                   "2",           "--max-size", "16",          "--json",   "--device",      "0",
+                   "--animation", "swim",       "--technique", "plain",    "--supersample", "2"};
+    for (Arguments const& further : {import, view, scene, general})
+        film = with(film, further);
+    use("render", film);
+    use("render",
+        with({creature(), "--output", "a.png", "--animation", "0", "--time", "0.1", "--size", "8x8"},
+             otherwise));
+    use("render", {creature(), "--output", "a{frame}.png", "--size", "8x8", "--turntable", "2"});
+    expectAllUsed("render");
 }
 
-TEST_F(OptionUse, EveryOptionOfTheWindowIsUsedByATest)
+TEST_F(OptionUse, Info)
 {
-    std::vector<Statement> statements = statementsIn("Window");
-    for (Statement const& statement : statementsIn("Command"))
-        if (contains(statement.text, "({\"--") || contains(statement.text, "{{\"--"))
-            statements.push_back(statement);
-    std::set<std::string> const options = optionsIn({"--help"});
-    EXPECT_GE(options.size(), 20U);
-    for (std::string const& option : options)
-        EXPECT_TRUE(std::ranges::any_of(
-            statements, [&](Statement const& statement) { return uses(statement.text, option); }))
-            << "no test uses sgview " << option;
+    use("info", with({creature(), "--animation", "swim", "--time", "0.1", "--json"}, import));
+    use("info", with({"--gpu", "--device", "0"}, general));
+    use("info", with({creature()}, otherwise));
+    expectAllUsed("info");
+}
+
+TEST_F(OptionUse, Demo)
+{
+    use("demo", with({"--output", "a.png", "--time", "1", "--size", "8x8", "--technique", "plain"}, general));
+    use("demo", with({"--output", "a.png", "--size", "8x8"}, otherwise));
+    expectAllUsed("demo", {"--window"}); // which is used where there is a display
+}
+
+TEST_F(OptionUse, Compare)
+{
+    Arguments sheet{creature(), "--animation", "swim",   "--times", "1",
+                    "--output", "a.png",       "--size", "16x16"};
+    for (Arguments const& further : {import, view, scene, general})
+        sheet = with(sheet, further);
+    use("compare", sheet);
+    use("compare", with({"--demo", "--json", "--times", "1", "--size", "16x16"}, otherwise));
+    expectAllUsed("compare");
+}
+
+TEST_F(OptionUse, Diagnose)
+{
+    Circumstances const user = asNewUser();
+    Arguments const faulty{"--module", FAULTY_MODULE};
+    use("diagnose",
+        with({"--force", "--report", "a.html", "--json", "--quiet", "--config", "settings"}, faulty), user);
+    use("diagnose", with(with({"--why"}, otherwise), faulty), user);
+    use("diagnose",
+        with(with({"--model", creature(), "--animation", "swim", "--times", "1"}, import), faulty), user);
+    expectAllUsed("diagnose");
+}
+
+TEST_F(OptionUse, Bench)
+{
+    Arguments crowd{"--scene",  creature(), "--count", "1",           "--frames", "1",
+                    "--output", "a.png",    "--json",  "--device",    "0",        "--animation",
+                    "swim",     "--size",   "8x8",     "--technique", "plain"};
+    for (Arguments const& further : {import, general})
+        crowd = with(crowd, further);
+    use("bench", crowd);
+    use("bench", with({"--moving", "--count", "4", "--frames", "1", "--size", "8x8"}, otherwise));
+    expectAllUsed("bench");
+}
+
+TEST_F(OptionUse, NoCommandIsForgotten)
+{
+    std::string const help = runWell({"--help"});
+    std::string const list = help.substr(0, help.find("\n  FILE..."));
+    std::regex const entry("\n  ([a-z]+) ");
+    std::vector<std::string> names;
+    for (std::sregex_iterator i(list.begin(), list.end(), entry), end; i != end; ++i)
+        names.push_back((*i)[1]);
+    EXPECT_THAT(names, testing::UnorderedElementsAre("render", "info", "demo", "compare", "diagnose", "bench",
+                                                     "help"));
+    EXPECT_EQ(optionsIn(runWell({"help", "--help"})), std::set<std::string>{"--help"});
 }
 
 } // namespace

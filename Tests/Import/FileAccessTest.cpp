@@ -112,6 +112,33 @@ TEST_F(FileAccessTest, ReadsInFoldersThatTheUserNames)
     EXPECT_EQ(read("c.png", {folder_.path() / "absent"}), std::nullopt);
 }
 
+TEST_F(FileAccessTest, TakesNoteOfWhatItComesUponAndOfWhatItMisses)
+{
+    fs::create_symlink("a.png", folder_.path() / "model/in.png");
+    fs::path const own = fs::canonical(folder_.path() / "model");
+    std::optional<FileStamp> const before = stampOf(own / "a.png");
+    SourceFiles sources;
+    FileAccess access(model_, {}, warnings_, &sources);
+    static_cast<void>(access.read("textures\\b.png"));
+    static_cast<void>(access.read("in.png"));
+    folder_.write("model/a.png", "inside, later");
+    static_cast<void>(access.read("in.png"));
+    static_cast<void>(access.resolve("elsewhere/missing.png"));
+    std::vector<fs::path> files;
+    for (SourceFile const& source : sources)
+        files.push_back(source.file);
+    EXPECT_EQ(files, (std::vector<fs::path>{own / "Textures/B.PNG", own / "in.png",
+                                            own / "elsewhere/missing.png", own / "missing.png"}));
+    EXPECT_TRUE(sources.at(0).stamp);
+    EXPECT_EQ(sources.at(1).stamp, before); // the first reading counts
+    EXPECT_NE(stampOf(own / "a.png"), before);
+    EXPECT_FALSE(sources.at(2).stamp);
+
+    for (std::size_t i = 0; i < 2 * mostSourceFiles; ++i)
+        static_cast<void>(access.resolve(std::to_string(i)));
+    EXPECT_EQ(sources.size(), mostSourceFiles);
+}
+
 TEST_F(FileAccessTest, ReadsRegularFilesOnly)
 {
     ASSERT_EQ(::mkfifo((folder_.path() / "model/pipe.png").c_str(), 0600), 0);

@@ -126,6 +126,31 @@ TEST_F(ImportSupervisorTest, CountsWhatHasCome)
     EXPECT_GT(received, 100U);
 }
 
+TEST_F(ImportSupervisorTest, TellsWhichFilesAModelDependsOn)
+{
+    folder_.write("a.mtl", "newmtl m\nmap_Kd absent.png\n");
+    std::string const mesh = "mtllib a.mtl\nusemtl m\nv 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nf 1/1 2/1 3/1\n";
+    std::optional<SourceFiles> sources;
+    (void)superviseImport(folder_.write("a.obj", mesh), options_, {{}, nullptr, &sources});
+    ASSERT_TRUE(sources);
+    ASSERT_EQ(sources->size(), 2U);
+    EXPECT_EQ(sources->at(0).file.filename(), "a.mtl");
+    EXPECT_EQ(sources->at(0).stamp, stampOf(folder_.path() / "a.mtl"));
+    EXPECT_EQ(sources->at(1).file.filename(), "absent.png");
+    EXPECT_FALSE(sources->at(1).stamp);
+
+    // And which it would need.
+    folder_.write("a.gltf", R"({"asset":{"version":"2.0"},"buffers":[{"uri":"a.bin","byteLength":4}]})");
+    EXPECT_THROW((void)superviseImport(folder_.path() / "a.gltf", options_, {{}, nullptr, &sources}),
+                 ImportError);
+    ASSERT_EQ(sources->size(), 1U);
+    EXPECT_EQ(sources->at(0).file.filename(), "a.bin");
+    sources.reset();
+    EXPECT_THROW((void)superviseImport(folder_.path() / "crash.bad", options_, {{}, nullptr, &sources}),
+                 ImportError);
+    EXPECT_FALSE(sources);
+}
+
 TEST_F(ImportSupervisorTest, EndsWhatEatsMemory)
 {
     options_.limits.seconds = 30;

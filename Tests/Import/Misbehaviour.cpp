@@ -112,7 +112,7 @@ Model fail(Files const&)
 
 } // namespace
 
-Model importOrMisbehave(std::filesystem::path const& file, ImportOptions const& options)
+Model importOrMisbehave(std::filesystem::path const& file, ImportOptions const& options, SourceFiles* sources)
 {
     static std::map<std::string, Model (*)(Files const&)> const ways{
         {"crash.bad", crash},
@@ -129,7 +129,7 @@ Model importOrMisbehave(std::filesystem::path const& file, ImportOptions const& 
         {"fail.bad", fail},
     };
     auto const way = ways.find(file.filename().string());
-    return way == ways.end() ? importModel(file, options) : way->second(file);
+    return way == ways.end() ? importModel(file, options, sources) : way->second(file);
 }
 
 } // namespace sgview

@@ -13,12 +13,17 @@ namespace sgview {
 
 namespace {
 
+ByteSink into(std::vector<std::uint8_t>& bytes)
+{
+    return [&bytes](std::span<std::uint8_t const> piece) {
+        bytes.insert(bytes.end(), piece.begin(), piece.end());
+    };
+}
+
 std::vector<std::uint8_t> written(Model const& model)
 {
     std::vector<std::uint8_t> bytes;
-    writeModel(model, [&](std::span<std::uint8_t const> piece) {
-        bytes.insert(bytes.end(), piece.begin(), piece.end());
-    });
+    writeModel(model, into(bytes));
     return bytes;
 }
 
@@ -89,6 +94,32 @@ TEST(ModelStream, SurvivesAnyByte)
             EXPECT_EQ(error.failure(), ImportFailure::broken);
         }
     }
+}
+
+TEST(ModelStream, RoundTripsFilesBeforeWhatComesNext)
+{
+    std::vector<std::uint8_t> bytes;
+    writeSources({{"a/b.png", FileStamp{-5, 7}}, {"missing", std::nullopt}}, into(bytes));
+    std::size_t const size = bytes.size();
+    bytes.push_back(42);
+    std::span<std::uint8_t const> rest(bytes);
+    SourceFiles const read = readSources(rest);
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_EQ(read[0].file, "a/b.png");
+    EXPECT_EQ(read[0].stamp, (FileStamp{-5, 7}));
+    EXPECT_EQ(read[1].file, "missing");
+    EXPECT_FALSE(read[1].stamp);
+    ASSERT_EQ(rest.size(), 1U);
+    EXPECT_EQ(rest.front(), 42);
+
+    for (std::size_t end = 0; end < size; ++end) {
+        std::span<std::uint8_t const> cutOff(bytes.data(), end);
+        EXPECT_THROW((void)readSources(cutOff), ImportError) << end;
+    }
+    std::vector<std::uint8_t> boast(100000, 0);
+    boast[1] = 0xFF;
+    rest = boast;
+    EXPECT_THROW((void)readSources(rest), ImportError);
 }
 
 TEST(ModelStream, TakesNoMemoryForAnEmptyPromise)

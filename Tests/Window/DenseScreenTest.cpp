@@ -2,10 +2,6 @@
 
 #include <X11/keysym.h>
 
-#include <algorithm>
-#include <array>
-#include <cmath>
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -16,25 +12,6 @@ constexpr int ratio = 2; // pixels a point
 constexpr Region dense(Region const& points)
 {
     return {points.x * ratio, points.y * ratio, points.width * ratio, points.height * ratio};
-}
-
-/// The mean colours of squares of so many pixels a side.
-std::vector<std::array<double, 3>> means(sgview::Picture const& picture, int side)
-{
-    std::vector<std::array<double, 3>> all;
-    for (int top = 0; top + side <= picture.size.height; top += side)
-        for (int left = 0; left + side <= picture.size.width; left += side) {
-            std::array<double, 3> sum{};
-            for (int y = top; y < top + side; ++y)
-                for (int x = left; x < left + side; ++x)
-                    for (std::size_t c = 0; c < 3; ++c)
-                        sum[c] +=
-                            picture.pixels[static_cast<std::size_t>(y * picture.size.width + x) * 4 + c];
-            for (double& component : sum)
-                component /= side * side;
-            all.push_back(sum);
-        }
-    return all;
 }
 
 /// Wayland, on a screen with several pixels a point: a compositor in a window of an X display fills itself
@@ -154,12 +131,7 @@ TEST_F(DenseScreen, LooksLikeAnyScreenButSharper)
     auto const plain = means(still(compared), square);
     quitWell();
 
-    ASSERT_EQ(sharp.size(), plain.size());
-    double most = 0.0;
-    for (std::size_t i = 0; i < plain.size(); ++i)
-        for (std::size_t c = 0; c < 3; ++c)
-            most = std::max(most, std::abs(sharp[i][c] - plain[i][c]));
-    EXPECT_LT(most, 20.0);
+    EXPECT_LT(farthest(sharp, plain), 20.0);
 }
 
 TEST_F(DenseScreen, TakesThePointerWhereItPoints)

@@ -57,6 +57,14 @@ FakeUser::FakeUser(std::string const& display) : display_(XOpenDisplay(display.c
         throw std::runtime_error("no display for fake input: " + display);
 }
 
+void FakeUser::setResources(std::string const& text) const
+{
+    XChangeProperty(display_.get(), DefaultRootWindow(display_.get()), XA_RESOURCE_MANAGER, XA_STRING, 8,
+                    PropModeReplace, reinterpret_cast<unsigned char const*>(text.data()),
+                    static_cast<int>(text.size()));
+    XSync(display_.get(), False);
+}
+
 bool FakeUser::findWindow()
 {
     Window root = None;
@@ -143,6 +151,32 @@ void FakeUser::type(unsigned long key, bool shift) const
     if (shift)
         XTestFakeKeyEvent(display_.get(), shiftCode, False, CurrentTime);
     XSync(display_.get(), False);
+}
+
+int FakeUser::hold(unsigned long key, int times) const
+{
+    Display* const display = display_.get();
+    unsigned const code = XKeysymToKeycode(display, key);
+    int count = 0;
+    auto const countPresses = [&] {
+        XEvent event;
+        while (XCheckWindowEvent(display, window_, KeyPressMask, &event))
+            count += event.xkey.keycode == code ? 1 : 0;
+    };
+    XSelectInput(display, window_, KeyPressMask);
+    XTestFakeKeyEvent(display, code, True, CurrentTime);
+    auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(40);
+    while (count < times && std::chrono::steady_clock::now() < deadline) {
+        XSync(display, False);
+        countPresses();
+        pollfd watched{ConnectionNumber(display), POLLIN, 0};
+        ::poll(&watched, 1, 20);
+    }
+    XTestFakeKeyEvent(display, code, False, CurrentTime);
+    XSync(display, False);
+    countPresses();
+    XSelectInput(display, window_, NoEventMask);
+    return count;
 }
 
 void FakeUser::moveTo(int x, int y) const

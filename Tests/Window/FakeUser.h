@@ -15,6 +15,9 @@ public:
     /// Throws std::runtime_error where the display cannot be reached or takes no fake input.
     explicit FakeUser(std::string const& display);
 
+    /// Tells all programs to come what they look up in the display's resources, such as "Xft.dpi: 192".
+    void setResources(std::string const& text) const;
+
     /// Turns to the first window on the display that is mapped and has a title; false while there is none.
     [[nodiscard]] bool findWindow();
 
@@ -31,6 +34,10 @@ public:
 
     /// \param key  one of X11/keysym.h
     void type(unsigned long key, bool shift = false) const;
+
+    /// Holds a key until it has been pressed again and again so many times.
+    /// \return how often it was pressed in all; fewer where the display does not repeat keys
+    int hold(unsigned long key, int times) const;
     void moveTo(int x, int y) const; ///< in the window
     void press(unsigned button) const;
     void release(unsigned button) const;

@@ -1,7 +1,9 @@
 #include "Tests/Window/WindowTesting.h"
+#include "Viewer/Platform/PngWriter.h"
 
 #include <X11/keysym.h>
 
+#include <array>
 #include <chrono>
 #include <fstream>
 #include <iterator>
@@ -80,6 +82,54 @@ TEST_F(Files, AreReadAgainWhenTheyChange)
     EXPECT_GT(difference(second, first), 0.05);
     replace(model("a2.glb"), CREATURE);
     EXPECT_TRUE(returnsTo(scene, first));
+    quitWell();
+}
+
+TEST_F(Files, AreReadAgainWhenWhatTheyReferToChanges)
+{
+    auto const paint = [this](std::uint8_t red, std::uint8_t green) {
+        sgview::Picture picture({4, 4});
+        for (std::size_t i = 0; i < picture.pixels.size(); i += 4) {
+            picture.pixels[i] = red;
+            picture.pixels[i + 1] = green;
+        }
+        sgview::writePng(model("paint.png"), picture);
+    };
+    auto const shows = [this](int red, int green, int blue) {
+        return eventually([&] { return shareOtherThan(look(scene), red, green, blue) < 0.8; });
+    };
+    std::ofstream(model("crate.obj"))
+        << "mtllib crate.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nvt 0 0\nvn 0 0 1\n"
+           "usemtl m\nf 1/1/1 2/1/1 3/1/1 4/1/1\n";
+    std::ofstream(model("crate.mtl")) << "newmtl m\nKd 1 1 1\nmap_Kd paint.png\n";
+    ASSERT_NO_FATAL_FAILURE(openModel(model("crate.obj"), {"--unlit", "--azimuth", "0"}));
+    EXPECT_TRUE(shows(255, 255, 255)) << "there is no picture yet";
+    paint(255, 0);
+    EXPECT_TRUE(shows(255, 0, 0)) << "now there is";
+    paint(0, 255);
+    EXPECT_TRUE(shows(0, 255, 0)) << "now there is another";
+    std::ofstream(model("crate.mtl"), std::ios::trunc) << "newmtl m\nKd 0.5 0.5 1\n";
+    EXPECT_TRUE(shows(128, 128, 255)) << "now there is none";
+    quitWell();
+}
+
+TEST_F(Files, WaitForAMissingPart)
+{
+    std::ofstream(model("apart.gltf"))
+        << R"({"asset":{"version":"2.0"},"nodes":[{"mesh":0}],"scenes":[{"nodes":[0]}],"scene":0,
+               "meshes":[{"primitives":[{"attributes":{"POSITION":0}}]}],
+               "accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3",
+                             "min":[0,0,0],"max":[1,1,0]}],
+               "bufferViews":[{"buffer":0,"byteLength":36}],
+               "buffers":[{"uri":"apart.bin","byteLength":36}]})";
+    ASSERT_NO_FATAL_FAILURE(open({model("apart.gltf")}));
+    constexpr Region complaint{12, windowSize.height - 60, 600, 50};
+    ASSERT_TRUE(eventually([&] { return shareOtherThan(look(complaint), 219, 224, 230) > 0.05; }));
+    EXPECT_EQ(user->title(), "sgview");
+    constexpr std::array<float, 9> corners{0, 0, 0, 1, 0, 0, 0, 1, 0};
+    std::ofstream(model("apart.bin"), std::ios::binary)
+        .write(reinterpret_cast<char const*>(corners.data()), sizeof corners);
+    ASSERT_NO_FATAL_FAILURE(awaitFile("apart.gltf"));
     quitWell();
 }
 

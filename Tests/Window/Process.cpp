@@ -59,6 +59,15 @@ std::string Process::readLine() const
     return line;
 }
 
+std::string Process::readAll() const
+{
+    std::string all;
+    char c = 0;
+    while (::read(output_, &c, 1) == 1)
+        all += c;
+    return all;
+}
+
 std::optional<int> Process::status()
 {
     int ended = 0;

@@ -21,6 +21,9 @@ public:
     /// What it writes to standard output up to the first line's end; empty where it ends before.
     [[nodiscard]] std::string readLine() const;
 
+    /// All that it writes there until it ends.
+    [[nodiscard]] std::string readAll() const;
+
     /// Its exit status, or 128 and a signal's number; nothing while it runs.
     [[nodiscard]] std::optional<int> status();
 

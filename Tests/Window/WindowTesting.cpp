@@ -7,6 +7,7 @@
 #include <X11/keysym.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -73,6 +74,34 @@ double shareOtherThan(sgview::Picture const& picture, int r, int g, int b)
 double difference(sgview::Picture const& a, sgview::Picture const& b)
 {
     return sgview::measureDifference(a, b).share();
+}
+
+std::vector<MeanColor> means(sgview::Picture const& picture, int side)
+{
+    std::vector<MeanColor> all;
+    for (int top = 0; top + side <= picture.size.height; top += side)
+        for (int left = 0; left + side <= picture.size.width; left += side) {
+            MeanColor sum{};
+            for (int y = top; y < top + side; ++y)
+                for (int x = left; x < left + side; ++x)
+                    for (std::size_t c = 0; c < 3; ++c)
+                        sum[c] +=
+                            picture.pixels[static_cast<std::size_t>(y * picture.size.width + x) * 4 + c];
+            for (double& component : sum)
+                component /= side * side;
+            all.push_back(sum);
+        }
+    return all;
+}
+
+double farthest(std::vector<MeanColor> const& a, std::vector<MeanColor> const& b)
+{
+    EXPECT_EQ(a.size(), b.size());
+    double most = 0.0;
+    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i)
+        for (std::size_t c = 0; c < 3; ++c)
+            most = std::max(most, std::abs(a[i][c] - b[i][c]));
+    return most;
 }
 
 WindowTest::WindowTest() : folder(makeFolder()), home(folder / "home")

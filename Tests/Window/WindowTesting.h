@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -110,3 +111,12 @@ protected:
 
 /// Part of the pixels that differ between two pictures of one size, by the measure of the diagnostic, 0 to 1.
 [[nodiscard]] double difference(sgview::Picture const& a, sgview::Picture const& b);
+
+/// Red, green and blue, 0 to 255.
+using MeanColor = std::array<double, 3>;
+
+/// Those of squares of so many pixels a side.
+[[nodiscard]] std::vector<MeanColor> means(sgview::Picture const& picture, int side);
+
+/// The largest difference of one component, of as many squares each.
+[[nodiscard]] double farthest(std::vector<MeanColor> const& a, std::vector<MeanColor> const& b);

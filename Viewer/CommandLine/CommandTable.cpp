@@ -147,9 +147,9 @@ void CommandTable::complete()
         return;
     auto const use = printsConfiguration_ ? ConfigurationUse::printing : ConfigurationUse::running;
     if (general.configuration)
-        applyConfiguration(app_, *general.configuration, use);
+        applyConfiguration(app_, *general.configuration, ConfigurationOrigin::named, use);
     else if (auto const usual = usualConfigurationFile(); usual && std::filesystem::exists(*usual))
-        applyConfiguration(app_, *usual, use);
+        applyConfiguration(app_, *usual, ConfigurationOrigin::usual, use);
 }
 
 std::string CommandTable::nameOfCommand() const

@@ -20,6 +20,15 @@ using Entries = std::vector<ConfigurationEntry>;
 
 constexpr std::size_t longestFile = 1U << 20;
 
+void refuseToWait(fs::path const& file)
+{
+    std::error_code ignored;
+    fs::file_type const kind = fs::status(file, ignored).type();
+    if (kind == fs::file_type::fifo || kind == fs::file_type::socket)
+        throw UsageError(file.string() + ": a " + (kind == fs::file_type::fifo ? "pipe" : "socket") +
+                         ", not a file");
+}
+
 std::string contentOf(fs::path const& file)
 {
     errno = 0;
@@ -166,10 +175,12 @@ std::string sectionText(CLI::App const& command)
 
 } // namespace
 
-void applyConfiguration(CLI::App& app, fs::path const& file, ConfigurationUse use)
+void applyConfiguration(CLI::App& app, fs::path const& file, ConfigurationOrigin origin, ConfigurationUse use)
 {
     Reading const reading{file.parent_path(), use};
     try {
+        if (origin == ConfigurationOrigin::usual)
+            refuseToWait(file);
         Entries const entries = readConfiguration(contentOf(file));
         for (ConfigurationEntry const& entry : entries)
             checkPlace(app, entry);

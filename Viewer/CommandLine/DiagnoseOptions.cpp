@@ -30,6 +30,18 @@ CLI::Option* addOutput(CLI::App& app, std::string const& name, std::optional<std
         ->configurable(false);
 }
 
+/// A flag as with other commands, that may name a file.
+CLI::Option* addJson(CLI::App& app, std::optional<std::filesystem::path>& file)
+{
+    return addOption(
+               app, "--json", file,
+               [](std::string const& text) { return std::filesystem::path(text.empty() ? "-" : text); },
+               "All about the run as JSON, on standard output or in a FILE that is named; measures anew")
+        ->expected(0, 1)
+        ->type_name("[FILE]")
+        ->configurable(false);
+}
+
 } // namespace
 
 void addDiagnoseCommand(CLI::App& app, DiagnoseRequest& diagnose, ModelRequest& model,
@@ -47,7 +59,7 @@ void addDiagnoseCommand(CLI::App& app, DiagnoseRequest& diagnose, ModelRequest& 
     why->configurable(false);
     CLI::Option* const report =
         addOutput(*command, "--report", diagnose.report, "An HTML file with pictures", "FILE.html");
-    CLI::Option* const json = addOutput(*command, "--json", diagnose.json, "A JSON file", "FILE");
+    CLI::Option* const json = addJson(*command, diagnose.json);
     CLI::Option* const file = addOption(*command, "--model", model.file, asPath,
                                         "Also try every technique on this model: is it the file or the "
                                         "driver that makes a picture wrong?")
@@ -82,6 +94,7 @@ void addDiagnoseCommand(CLI::App& app, DiagnoseRequest& diagnose, ModelRequest& 
                     "Examples:\n"
                     "  sgview diagnose --force\n"
                     "  sgview diagnose --report card.html\n"
+                    "  sgview diagnose --json | jq .verdict\n"
                     "  sgview diagnose --why\n"
                     "  sgview diagnose --model walker.glb --animation Walk");
 }

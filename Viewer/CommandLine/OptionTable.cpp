@@ -36,7 +36,7 @@ Values valuesOfPlaceholder(std::string const& placeholder)
         return {{"opengl", "error", "opengl,error"}};
     if (placeholder == "DIR")
         return {{}, Values::Files::folders};
-    if (placeholder == "FILE" || placeholder == "PATH" || placeholder == "OUT" ||
+    if (placeholder == "FILE" || placeholder == "[FILE]" || placeholder == "PATH" || placeholder == "OUT" ||
         placeholder.ends_with(".png") || placeholder.ends_with(".html"))
         return {{}, Values::Files::any};
     return {};
@@ -96,6 +96,11 @@ std::string argumentName(CLI::Option const& argument)
 bool takesValue(CLI::Option const& option)
 {
     return option.get_items_expected_max() > 0;
+}
+
+bool needsValue(CLI::Option const& option)
+{
+    return option.get_items_expected_min() > 0;
 }
 
 bool takesSeveral(CLI::Option const& option)

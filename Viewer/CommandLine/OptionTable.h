@@ -31,6 +31,9 @@ struct OptionGroup {
 [[nodiscard]] std::string argumentName(CLI::Option const& argument);
 
 [[nodiscard]] bool takesValue(CLI::Option const& option);
+
+/// Whether it cannot stand without the value it takes.
+[[nodiscard]] bool needsValue(CLI::Option const& option);
 [[nodiscard]] bool takesSeveral(CLI::Option const& option);
 
 /// All names, the short ones first: "-s", "--size".

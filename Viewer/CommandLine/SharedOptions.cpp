@@ -133,9 +133,9 @@ void addImportOptions(CLI::App& app, ImportOptions& import)
         ->type_name("SECONDS");
 }
 
-void addSize(CLI::App& app, PictureSize& size, std::string const& what)
+void addSize(CLI::App& app, PictureSize& size, std::string const& what, std::string const& unit)
 {
-    addOption(app, "-s,--size", size, parseSize, "Size of " + what + ", pixels")
+    addOption(app, "-s,--size", size, parseSize, "Size of " + what + ", " + unit)
         ->default_str(std::to_string(size.width) + "x" + std::to_string(size.height))
         ->type_name("WxH");
 }

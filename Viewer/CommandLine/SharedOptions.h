@@ -58,7 +58,7 @@ void addSearchOptions(CLI::App& app, ImportOptions& import);
 /// The same, and how long it may take.
 void addImportOptions(CLI::App& app, ImportOptions& import);
 
-void addSize(CLI::App& app, PictureSize& size, std::string const& what);
+void addSize(CLI::App& app, PictureSize& size, std::string const& what, std::string const& unit = "pixels");
 CLI::Option* addModule(CLI::App& app, std::optional<std::filesystem::path>& module);
 void addTechnique(CLI::App& app, std::optional<Technique>& technique);
 CLI::Option* addDevice(CLI::App& app, DeviceRequest& device);

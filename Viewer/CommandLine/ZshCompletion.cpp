@@ -61,7 +61,8 @@ std::string specOf(CLI::App const& app, CLI::Option const& option)
     std::string text = "        '" + others + "'" + (all.size() > 1 ? "{" + names + "}" : names) + "'[" +
                        literal(summaryOf(option)) + "]";
     if (takesValue(option))
-        text += ":" + literal(option.get_type_name()) + ":" + actionFor(valuesOf(app, option));
+        text += (needsValue(option) ? ":" : "::") + literal(option.get_type_name()) + ":" +
+                actionFor(valuesOf(app, option));
     return text + "' \\\n";
 }
 

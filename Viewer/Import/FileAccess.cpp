@@ -140,8 +140,9 @@ Bytes readModelFile(fs::path const& file)
     return bytes;
 }
 
-FileAccess::FileAccess(fs::path const& modelFile, std::vector<fs::path> const& folders, Warnings& warnings)
-    : warnings_(&warnings)
+FileAccess::FileAccess(fs::path const& modelFile, std::vector<fs::path> const& folders, Warnings& warnings,
+                       SourceFiles* sources)
+    : warnings_(&warnings), sources_(sources)
 {
     std::error_code failed;
     fs::path const own = modelFile.has_parent_path() ? modelFile.parent_path() : fs::path(".");
@@ -168,11 +169,19 @@ bool FileAccess::isInside(fs::path const& realPath) const
     });
 }
 
+void FileAccess::note(fs::path const& file)
+{
+    if (sources_)
+        add(*sources_, file);
+}
+
 std::optional<fs::path> FileAccess::find(fs::path const& folder, std::string const& name)
 {
     std::optional<fs::path> found = regularFile(folder / name);
     if (!found)
         found = withOtherCase(folder, name);
+    // Under the path it was come upon by, which a link may lead elsewhere from one day.
+    note(found ? *found : folder / name);
     if (!found)
         return {};
     std::error_code failed;

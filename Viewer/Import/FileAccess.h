@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Viewer/Import/SourceFiles.h"
 #include "Viewer/Import/Warnings.h"
 
 #include <cstdint>
@@ -28,8 +29,9 @@ using Bytes = std::vector<std::uint8_t>;
 class FileAccess {
 public:
     /// \param warnings  must outlive this
+    /// \param sources   where not null, takes note of every file that is come upon or missed; likewise
     FileAccess(std::filesystem::path const& modelFile, std::vector<std::filesystem::path> const& folders,
-               Warnings& warnings);
+               Warnings& warnings, SourceFiles* sources = nullptr);
 
     /// Where the file that a model calls `name` lies; nothing if there is none that may be read.
     [[nodiscard]] std::optional<std::filesystem::path> resolve(std::string_view name);
@@ -44,9 +46,11 @@ private:
     [[nodiscard]] std::optional<std::filesystem::path> find(std::filesystem::path const& folder,
                                                             std::string const& name);
     [[nodiscard]] bool isInside(std::filesystem::path const& realPath) const;
+    void note(std::filesystem::path const& file);
 
     std::vector<std::filesystem::path> folders_; ///< real paths, the model's own first
     Warnings* warnings_;
+    SourceFiles* sources_;
 };
 
 } // namespace sgview

@@ -49,6 +49,10 @@ private:
     {
         return {failure, file_, reason};
     }
+    [[nodiscard]] ImportError nonsense() const
+    {
+        return fail(ImportFailure::crashed, "the importer sent nonsense");
+    }
     [[nodiscard]] ImportError timedOut() const
     {
         return fail(ImportFailure::timedOut,
@@ -91,15 +95,21 @@ private:
 
     Model evaluate()
     {
-        std::span<std::uint8_t const> const content(received_.data() + 1, received_.size() - 2);
-        if (received_.front() == static_cast<std::uint8_t>(WorkerMark::model)) {
+        std::span<std::uint8_t const> content(received_.data() + 1, received_.size() - 2);
+        bool const isModel = received_.front() == static_cast<std::uint8_t>(WorkerMark::model);
+        bool const isError = received_.front() == static_cast<std::uint8_t>(WorkerMark::error);
+        if (!isModel && !isError)
+            throw nonsense();
+        SourceFiles sources = readSources(content);
+        if (watch_.sources)
+            *watch_.sources = std::move(sources);
+        if (isModel) {
             Model model = readModel(content);
             checkModel(model, file_);
             return model;
         }
-        if (received_.front() != static_cast<std::uint8_t>(WorkerMark::error) || content.empty() ||
-            content[0] > static_cast<std::uint8_t>(ImportFailure::timedOut))
-            throw fail(ImportFailure::crashed, "the importer sent nonsense");
+        if (content.empty() || content[0] > static_cast<std::uint8_t>(ImportFailure::timedOut))
+            throw nonsense();
         auto const failure = static_cast<ImportFailure>(content[0]);
         if (failure == ImportFailure::outOfMemory)
             throw outOfMemory();

@@ -38,27 +38,36 @@ void send(WorkerMark mark)
     sendToParent(byte);
 }
 
-void sendError(ImportFailure failure, std::string_view message)
+void sendBytes(std::span<std::uint8_t const> bytes)
 {
-    std::array const head{static_cast<std::uint8_t>(WorkerMark::error), static_cast<std::uint8_t>(failure)};
-    sendToParent(head);
+    sendToParent(bytes);
+}
+
+void sendError(ImportFailure failure, std::string_view message, SourceFiles const& sources)
+{
+    send(WorkerMark::error);
+    writeSources(sources, sendBytes);
+    std::array const kind{static_cast<std::uint8_t>(failure)};
+    sendToParent(kind);
     sendToParent(message);
     send(WorkerMark::end);
 }
 
 void work(std::filesystem::path const& file, ImportOptions const& options, ImportFunction const& import)
 {
+    SourceFiles sources;
     try {
-        Model const model = import(file, options);
+        Model const model = import(file, options, &sources);
         send(WorkerMark::model);
-        writeModel(model, [](std::span<std::uint8_t const> bytes) { sendToParent(bytes); });
+        writeSources(sources, sendBytes);
+        writeModel(model, sendBytes);
         send(WorkerMark::end);
     } catch (ImportError const& error) {
-        sendError(error.failure(), error.what());
+        sendError(error.failure(), error.what(), sources);
     } catch (std::bad_alloc const&) {
-        sendError(ImportFailure::outOfMemory, {});
+        sendError(ImportFailure::outOfMemory, {}, sources);
     } catch (std::exception const& error) {
-        sendError(ImportFailure::broken, oneLine(file.string() + ": " + error.what()));
+        sendError(ImportFailure::broken, oneLine(file.string() + ": " + error.what()), sources);
     }
 }
 

@@ -12,7 +12,7 @@
 namespace sgview {
 
 /// What a worker does: `importModel`, or what a test puts in its place.
-using ImportFunction = std::function<Model(std::filesystem::path const&, ImportOptions const&)>;
+using ImportFunction = std::function<Model(std::filesystem::path const&, ImportOptions const&, SourceFiles*)>;
 
 /// Whether the program was started as an import worker; its main function asks before anything else.
 [[nodiscard]] bool isImportWorker(int argc, char const* const* argv);
@@ -26,7 +26,8 @@ int importWorkerMain(int argc, char const* const* argv, ImportFunction const& im
 [[nodiscard]] std::vector<std::string> workerArguments(std::filesystem::path const& file,
                                                        ImportOptions const& options);
 
-/// First byte of what a worker sends, and its last.
+/// First byte of what a worker sends, before the files it came upon and the model or what went wrong; and its
+/// last.
 enum class WorkerMark : std::uint8_t { model = 'M', error = 'E', end = '.' };
 
 /// Whether memory is watched from outside: the address sanitizer reserves far more than a limit on address

@@ -38,12 +38,12 @@ void requireSomethingToDraw(ReadModel const& read, std::filesystem::path const& 
 
 } // namespace
 
-Model importModel(std::filesystem::path const& file, ImportOptions const& options)
+Model importModel(std::filesystem::path const& file, ImportOptions const& options, SourceFiles* sources)
 {
     Bytes const bytes = asUtf8(readModelFile(file));
     FileKind const kind = classify(file, bytes);
     Warnings warnings;
-    FileAccess access(file, options.folders, warnings);
+    FileAccess access(file, options.folders, warnings, sources);
     ReadModel read = kind.reader == FileKind::Reader::gltf2
                          ? readGltf(file, bytes, options, access, warnings)
                          : readWithAssimp(file, kind.extension, bytes, options, access, warnings);

@@ -121,6 +121,7 @@ public:
         }
     }
     [[nodiscard]] bool atEnd() const { return rest_.empty(); }
+    [[nodiscard]] std::span<std::uint8_t const> rest() const { return rest_; }
 
 private:
     std::size_t count(std::size_t itemSize)
@@ -187,6 +188,8 @@ void transfer(Archive& a, T& item)
              item.matrix, item.surfaces, item.curves);
     else if constexpr (isTrack<std::remove_const_t<T>>)
         each(a, item.interpolation, item.times, item.values);
+    else if constexpr (Of<T, FileStamp>)
+        each(a, item.time, item.size);
     else if constexpr (Of<T, ModelChannel>)
         each(a, item.node, item.translation, item.rotation, item.scale);
     else if constexpr (Of<T, ModelAnimation>)
@@ -199,6 +202,39 @@ void transfer(Archive& a, T& item)
 }
 
 } // namespace
+
+void writeSources(SourceFiles const& sources, ByteSink const& sink)
+{
+    Writer writer(sink);
+    writer.value(static_cast<std::uint64_t>(sources.size()));
+    for (SourceFile const& source : sources) {
+        writer.value(source.file.string());
+        writer.value(source.stamp.has_value());
+        writer.value(source.stamp.value_or(FileStamp()));
+    }
+    writer.flush();
+}
+
+SourceFiles readSources(std::span<std::uint8_t const>& bytes)
+{
+    Reader reader(bytes);
+    std::uint64_t count = 0;
+    reader.value(count);
+    if (count > mostSourceFiles)
+        throw ImportError(ImportFailure::broken, "model stream: more files than can be");
+    SourceFiles sources(static_cast<std::size_t>(count));
+    for (SourceFile& source : sources) {
+        std::string file;
+        bool exists = false;
+        FileStamp stamp;
+        each(reader, file, exists, stamp);
+        source.file = file;
+        if (exists)
+            source.stamp = stamp;
+    }
+    bytes = reader.rest();
+    return sources;
+}
 
 void writeModel(Model const& model, ByteSink const& sink)
 {

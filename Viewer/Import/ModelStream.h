@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Viewer/Import/Model.h"
+#include "Viewer/Import/SourceFiles.h"
 
 #include <cstdint>
 #include <functional>
@@ -20,5 +21,13 @@ void writeModel(Model const& model, ByteSink const& sink);
 ///
 /// \throws ImportError  broken: the bytes end early, or there are some left
 [[nodiscard]] Model readModel(std::span<std::uint8_t const> bytes);
+
+/// The same for the files that a model was made of.
+void writeSources(SourceFiles const& sources, ByteSink const& sink);
+
+/// Reads what `writeSources` wrote.
+/// \param bytes  are left with what comes after
+/// \throws ImportError  broken: the bytes end early, or there are more files than can be
+[[nodiscard]] SourceFiles readSources(std::span<std::uint8_t const>& bytes);
 
 } // namespace sgview

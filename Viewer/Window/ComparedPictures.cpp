@@ -2,6 +2,7 @@
 
 #include "Viewer/Diagnosis/DiagnosisFigures.h"
 #include "Viewer/Report/NumberText.h"
+#include "Viewer/Window/GuiStyle.h"
 
 #include <map>
 #include <optional>
@@ -31,7 +32,7 @@ void addPicture(Texture const& texture, std::string const& name, float side)
         return;
     ImGui::BeginTooltip();
     ImGui::TextUnformatted(name.c_str());
-    ImGui::Image(texture->id(), {wholeSide, wholeSide});
+    ImGui::Image(texture->id(), {inPixels(wholeSide), inPixels(wholeSide)});
     ImGui::EndTooltip();
 }
 

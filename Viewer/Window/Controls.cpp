@@ -51,10 +51,11 @@ constexpr std::array<ViewKey, 6> viewKeys{{
 
 Controls::Controls(Session& session, WindowDeeds deeds) : session_(session), deeds_(std::move(deeds)) {}
 
-void Controls::setArea(double width, double height)
+void Controls::setArea(double width, double height, double pointsPerUnit)
 {
     width_ = width;
     height_ = height;
+    pointsPerUnit_ = pointsPerUnit;
     session_.camera.setArea(width, height);
 }
 
@@ -253,10 +254,12 @@ void Controls::release(SDL_MouseButtonEvent const&)
 
 void Controls::move(SDL_MouseMotionEvent const& event)
 {
+    double const x = event.xrel * pointsPerUnit_;
+    double const y = event.yrel * pointsPerUnit_;
     if (drag_ == Drag::orbit)
-        session_.camera.orbit(event.xrel, event.yrel);
+        session_.camera.orbit(x, y);
     else if (drag_ == Drag::pan)
-        session_.camera.pan(event.xrel, event.yrel);
+        session_.camera.pan(x, y);
 }
 
 void Controls::turn(SDL_MouseWheelEvent const& event)
@@ -266,7 +269,8 @@ void Controls::turn(SDL_MouseWheelEvent const& event)
     SDL_GetMouseState(&x, &y);
     double const notches =
         static_cast<double>(event.preciseY) * (event.direction == SDL_MOUSEWHEEL_FLIPPED ? -1.0 : 1.0);
-    session_.camera.zoom(std::pow(wheelZoom, notches), x - width_ / 2.0, y - height_ / 2.0);
+    session_.camera.zoom(std::pow(wheelZoom, notches), x * pointsPerUnit_ - width_ / 2.0,
+                         y * pointsPerUnit_ - height_ / 2.0);
 }
 
 void Controls::drop(SDL_DropEvent const& event)

@@ -23,7 +23,8 @@ public:
     Controls(Session& session, WindowDeeds deeds);
 
     /// Size of the part of the window that shows the model, points.
-    void setArea(double width, double height);
+    /// \param pointsPerUnit  of what the pointer counts in
+    void setArea(double width, double height, double pointsPerUnit);
 
     void perform(Action action);
 
@@ -50,6 +51,7 @@ private:
     WindowDeeds deeds_;
     double width_ = 1.0;
     double height_ = 1.0;
+    double pointsPerUnit_ = 1.0;
     Drag drag_ = Drag::nothing;
     std::vector<std::filesystem::path> dropped_;
 };

@@ -94,7 +94,7 @@ void DemoWindow::drawFrame()
 {
     playback_.advance(std::chrono::steady_clock::now());
     scene_.pose(playback_.position());
-    PictureSize const pixels = context_.pixels();
+    PictureSize const pixels = context_.measures().pixels;
     scene_.setView(pixels.width, pixels.height);
     setHostState();
     module_.renderer().render(scene_.root());

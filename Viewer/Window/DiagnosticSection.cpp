@@ -4,6 +4,7 @@
 #include "Viewer/Diagnosis/DiagnosisReport.h"
 #include "Viewer/Platform/OutputFile.h"
 #include "Viewer/Platform/ScreenshotName.h"
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/LabelledBar.h"
 #include "Viewer/Window/Session.h"
 
@@ -136,7 +137,7 @@ void DiagnosticSection::followResult(CardMeasurement const& measurement)
 void DiagnosticSection::buildButtons(Session& session)
 {
     CardMeasurement& measurement = session.measurement;
-    ImVec2 const size{130.0F, 0.0F};
+    ImVec2 const size{inPixels(130.0F), 0.0F};
     if (measurement.isRunning()) {
         if (ImGui::Button("Stop", size))
             measurement.cancel();

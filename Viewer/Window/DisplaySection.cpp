@@ -1,6 +1,7 @@
 #include "Viewer/Window/DisplaySection.h"
 
 #include "Viewer/Window/DisplaySwitches.h"
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/Session.h"
 
 #include <imgui.h>
@@ -39,7 +40,7 @@ void buildBoneChoice(InfluenceMap& map)
 
 void DisplaySection::build(Session& session)
 {
-    constexpr float secondColumn = 160.0F;
+    float const secondColumn = inPixels(160.0F);
     for (std::size_t i = 0; i < displaySwitches.size(); ++i) {
         DisplaySwitch const& one = displaySwitches[i];
         if (i % 2 == 1)

@@ -28,7 +28,10 @@ void Document::reload()
 void Document::begin(std::filesystem::path const& file)
 {
     // Before reading: what is written meanwhile counts as a change.
-    watch_ = FileWatch(file);
+    if (watch_.file() == file)
+        watch_.accept();
+    else
+        watch_ = FileWatch(file);
     load_ = std::make_unique<ModelLoad>(file, import_);
 }
 
@@ -50,6 +53,8 @@ DocumentNews Document::look(FileWatch::Time now)
 DocumentNews Document::finish()
 {
     std::unique_ptr<ModelLoad> const load = std::move(load_);
+    if (load->sources())
+        watch_.follow(*load->sources());
     try {
         Model model = load->take();
         ModelCounts const counts = countsOf(model);

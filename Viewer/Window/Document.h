@@ -23,8 +23,9 @@ enum class DocumentNews {
     cancelled, ///< what was there stays, as was asked for
 };
 
-/// The model that a window shows: loaded in the background, read again when its file changes. What was shown
-/// stays until something better is there. Needs the renderer's context current.
+/// The model that a window shows: loaded in the background, read again when its file changes or one that it
+/// refers to, such as a texture. What was shown stays until something better is there. Needs the renderer's
+/// context current.
 class Document {
 public:
     Document(ImportOptions import, SceneOptions scene);
@@ -37,7 +38,7 @@ public:
 
     void cancel();
 
-    /// Looks whether a load is done or the file has changed. Never waits.
+    /// Looks whether a load is done or a file has changed. Never waits.
     [[nodiscard]] DocumentNews look(FileWatch::Time now);
 
     /// The load that goes on, or null.
@@ -76,7 +77,7 @@ private:
     std::unique_ptr<SceneAppearance> appearance_; ///< of `scene_`
     std::filesystem::path file_;
     std::filesystem::path wanted_;
-    FileWatch watch_; ///< of `wanted_`
+    FileWatch watch_; ///< of `wanted_` and what it refers to
     ModelCounts counts_;
     Bounds bounds_;
     std::string failure_;

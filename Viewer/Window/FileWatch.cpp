@@ -4,33 +4,53 @@
 
 namespace sgview {
 
-FileWatch::FileWatch(std::filesystem::path file) : file_(std::move(file)), known_(look()), seen_(known_) {}
+FileWatch::FileWatch(std::filesystem::path file) : file_(std::move(file)), files_{{file_, {}, {}}}
+{
+    accept();
+}
+
+void FileWatch::accept()
+{
+    look();
+    for (Watched& watched : files_)
+        watched.known = watched.seen;
+}
+
+void FileWatch::follow(SourceFiles const& sources)
+{
+    if (files_.empty())
+        return;
+    files_.resize(1);
+    for (SourceFile const& source : sources)
+        files_.push_back({source.file, source.stamp, source.stamp});
+}
 
 bool FileWatch::hasChanged(Time now)
 {
-    if (file_.empty() || now - lastLook_ < interval)
+    if (files_.empty() || now - lastLook_ < interval)
         return false;
     lastLook_ = now;
-    std::optional<Stamp> const stamp = look();
-    bool const hasPaused = stamp == seen_;
-    seen_ = stamp;
-    // A file that is gone may be on its way back.
-    if (!stamp || !hasPaused || stamp == known_)
+    bool const havePaused = look();
+    if (!havePaused || !files_.front().seen)
         return false;
-    known_ = stamp;
-    return true;
+    bool hasChanged = false;
+    for (Watched& watched : files_) {
+        if (!watched.seen || watched.seen == watched.known)
+            continue;
+        watched.known = watched.seen;
+        hasChanged = true;
+    }
+    return hasChanged;
 }
 
-std::optional<FileWatch::Stamp> FileWatch::look() const
+bool FileWatch::look()
 {
-    std::error_code error;
-    auto const time = std::filesystem::last_write_time(file_, error);
-    if (error)
-        return std::nullopt;
-    std::uintmax_t const size = std::filesystem::file_size(file_, error);
-    if (error)
-        return std::nullopt;
-    return Stamp{time, size};
+    bool areSame = true;
+    for (Watched& watched : files_) {
+        std::optional<FileStamp> const before = std::exchange(watched.seen, stampOf(watched.file));
+        areSame = areSame && watched.seen == before;
+    }
+    return areSame;
 }
 
 } // namespace sgview

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "Viewer/Import/SourceFiles.h"
+
 #include <chrono>
-#include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 namespace sgview {
 
-/// Tells when a file has become another, once whoever writes it has paused: by its time and size, which holds
-/// on every kind of file system and for editors that put a new file in the old one's place.
+/// Tells when a model's file or one that it refers to has become another, once whoever writes them has
+/// paused.
 class FileWatch {
 public:
     using Time = std::chrono::steady_clock::time_point;
@@ -17,23 +19,33 @@ public:
 
     FileWatch() = default;
 
-    /// Takes the file as it is for known.
+    /// Takes the model's file as it is for known.
     explicit FileWatch(std::filesystem::path file);
 
-    /// Whether the file has changed, told once a change. Looks no more often than every `interval`.
+    /// The model's own; empty where there is none.
+    [[nodiscard]] std::filesystem::path const& file() const { return file_; }
+
+    /// Takes all files as they are for known.
+    void accept();
+
+    /// From now on the model refers to these files and no others, known as they were when they were read.
+    void follow(SourceFiles const& sources);
+
+    /// Whether a file has changed, told once a change. Looks no more often than every `interval`. A file that
+    /// is gone may be on its way back and is waited for.
     [[nodiscard]] bool hasChanged(Time now);
 
 private:
-    struct Stamp {
-        std::filesystem::file_time_type time;
-        std::uintmax_t size = 0;
-        bool operator==(Stamp const&) const = default;
+    struct Watched {
+        std::filesystem::path file;
+        std::optional<FileStamp> known;
+        std::optional<FileStamp> seen; ///< at the last look
     };
-    [[nodiscard]] std::optional<Stamp> look() const;
+    /// \return whether all are as they were at the last look
+    bool look();
 
     std::filesystem::path file_;
-    std::optional<Stamp> known_;
-    std::optional<Stamp> seen_; ///< at the last look
+    std::vector<Watched> files_; ///< the model's own first
     Time lastLook_;
 };
 

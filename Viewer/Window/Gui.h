@@ -1,19 +1,25 @@
 #pragma once
 
-#include "Viewer/Window/WindowContext.h"
+#include "Viewer/Window/ScreenMeasures.h"
+
+#include <SDL2/SDL_events.h>
 
 #include <array>
 
 namespace sgview {
 
-/// Dear ImGui in a window, drawn with the fixed-function pipeline on top of a frame. One at a time.
+/// Dear ImGui in a window, drawn with the fixed-function pipeline on top of a frame. It counts in pixels. One
+/// at a time.
 class Gui {
 public:
-    /// \param context  current for as long as this lives
-    explicit Gui(WindowContext const& context);
+    /// \param context  OpenGL's of the window, current for as long as this lives
+    Gui(SDL_Window* window, void* context);
     Gui(Gui const&) = delete;
     Gui& operator=(Gui const&) = delete;
     ~Gui();
+
+    /// Follows the window to another size or screen, before a frame.
+    void adapt(ScreenMeasures const& measures);
 
     /// A frame follows on each button's press and release, and on a movement before it: widgets see no more
     /// than where the pointer is and what is held as a frame begins.
@@ -29,12 +35,12 @@ public:
 
 private:
     void follow(SDL_Event const& event);
-    void loadFont();
+    void placePointer();
 
-    WindowContext const& context_;
-    SDL_Point pointer_{};           ///< where the events handled so far have led it, points
+    SDL_Window* window_;
+    ScreenMeasures measures_;
+    SDL_Point pointer_{};           ///< where the events handled so far have led it, the desktop's units
     std::array<bool, 3> pressed_{}; ///< left, right, middle
-    double fontRatio_ = 0.0;        ///< pixels a point that the font was made for
 };
 
 } // namespace sgview

@@ -1,5 +1,6 @@
 #include "Viewer/Window/HelpOverlay.h"
 
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/Keys.h"
 
 #include <algorithm>
@@ -11,9 +12,9 @@ namespace {
 
 void addRow(std::string const& left, char const* right)
 {
-    constexpr float keyWidth = 116.0F;
+    constexpr float keyWidth = 116.0F; // points
     ImGui::TextUnformatted(left.c_str());
-    ImGui::SameLine(keyWidth);
+    ImGui::SameLine(inPixels(keyWidth));
     ImGui::TextUnformatted(right);
 }
 
@@ -37,7 +38,7 @@ void addPointer()
 
 void buildHelp(ImVec2 area)
 {
-    constexpr float edge = 24.0F;
+    float const edge = inPixels(24.0F);
     // Where a column ends: the groups are few, and people find them by their places.
     constexpr std::array<std::size_t, 2> lastOfColumn{1, 3};
     ImGui::SetNextWindowFocus();

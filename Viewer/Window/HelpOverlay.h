@@ -5,7 +5,7 @@
 namespace sgview {
 
 /// Builds, with Dear ImGui, the table of keys in the middle of an area.
-/// \param area  points
+/// \param area  pixels
 void buildHelp(ImVec2 area);
 
 } // namespace sgview

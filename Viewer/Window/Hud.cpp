@@ -1,5 +1,6 @@
 #include "Viewer/Window/Hud.h"
 
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/Keys.h"
 #include "Viewer/Window/OverlayBox.h"
 
@@ -11,8 +12,10 @@ namespace sgview {
 
 namespace {
 
-constexpr float margin = 12.0F;
-constexpr float rowHeight = 52.0F;
+float margin()
+{
+    return inPixels(12.0F);
+}
 
 void hint(Action action)
 {
@@ -37,9 +40,9 @@ void buildStatus(Session const& session)
         line += "   orthographic";
     if (session.camera.up() != OrbitCamera::Up::y)
         line += session.camera.up() == OrbitCamera::Up::z ? "   z is up" : "   x is up";
-    beginOverlayBox("status", {margin, margin}, {0.0F, 0.0F});
+    beginOverlayBox("status", {margin(), margin()}, {0.0F, 0.0F});
     ImGui::TextUnformatted(line.c_str());
-    ImGui::SameLine(0.0F, 24.0F);
+    ImGui::SameLine(0.0F, inPixels(24.0F));
     ImGui::TextDisabled("%s: keys", keyFor(Action::help).c_str());
     ImGui::End();
 }
@@ -56,7 +59,7 @@ void buildAnimationChoice(Session& session)
 {
     Model const& model = session.document.scene()->model();
     Index const current = session.playback.animation();
-    ImGui::SetNextItemWidth(150.0F);
+    ImGui::SetNextItemWidth(inPixels(150.0F));
     if (ImGui::BeginCombo("##animation", nameOfAnimation(model, current))) {
         auto const count = static_cast<Index>(model.animations.size());
         for (Index i = none; i < count; ++i) {
@@ -76,7 +79,7 @@ void buildScrubber(Session& session)
     auto position = static_cast<float>(playback.position());
     char label[48];
     std::snprintf(label, sizeof label, "%.2f of %.2f s", playback.position(), playback.length());
-    ImGui::SetNextItemWidth(std::max(ImGui::GetContentRegionAvail().x - 190.0F, 80.0F));
+    ImGui::SetNextItemWidth(std::max(ImGui::GetContentRegionAvail().x - inPixels(190.0F), inPixels(80.0F)));
     if (ImGui::SliderFloat("##position", &position, 0.0F, static_cast<float>(playback.length()), label))
         session.scrub(static_cast<double>(position));
 }
@@ -85,7 +88,7 @@ void buildSpeed(Playback& playback)
 {
     char label[16];
     std::snprintf(label, sizeof label, "%.3gx", playback.speed());
-    ImGui::SetNextItemWidth(80.0F);
+    ImGui::SetNextItemWidth(inPixels(80.0F));
     if (ImGui::BeginCombo("##speed", label, ImGuiComboFlags_HeightLarge)) {
         for (double speed = Playback::slowest; speed <= Playback::fastest; speed *= 2.0) {
             std::snprintf(label, sizeof label, "%.3gx", speed);
@@ -100,8 +103,8 @@ void buildSpeed(Playback& playback)
 void buildPlayback(Session& session, ImVec2 area)
 {
     Playback& playback = session.playback;
-    beginOverlayBar("playback", {margin, area.y - margin}, std::max(area.x - 2.0F * margin, 1.0F));
-    if (ImGui::Button(playback.isPlaying() ? "Pause" : "Play", {64.0F, 0.0F}))
+    beginOverlayBar("playback", {margin(), area.y - margin()}, std::max(area.x - 2.0F * margin(), 1.0F));
+    if (ImGui::Button(playback.isPlaying() ? "Pause" : "Play", {inPixels(64.0F), 0.0F}))
         playback.playOrPause(std::chrono::steady_clock::now());
     hint(Action::playOrPause);
     ImGui::SameLine();
@@ -122,9 +125,9 @@ void buildNotices(Notices const& notices, ImVec2 area, float bottom)
 {
     if (notices.all().empty())
         return;
-    ImGui::SetNextWindowSizeConstraints({0.0F, 0.0F}, {std::max(area.x - 2.0F * margin, 1.0F), area.y});
-    beginOverlayBox("notices", {margin, bottom}, {0.0F, 1.0F});
-    ImGui::PushTextWrapPos(std::max(area.x - 4.0F * margin, 1.0F));
+    ImGui::SetNextWindowSizeConstraints({0.0F, 0.0F}, {std::max(area.x - 2.0F * margin(), 1.0F), area.y});
+    beginOverlayBox("notices", {margin(), bottom}, {0.0F, 1.0F});
+    ImGui::PushTextWrapPos(std::max(area.x - 4.0F * margin(), 1.0F));
     for (Notices::Notice const& notice : notices.all())
         ImGui::TextUnformatted((notice.isError ? "Error: " + notice.text : notice.text).c_str());
     ImGui::PopTextWrapPos();
@@ -134,17 +137,18 @@ void buildNotices(Notices const& notices, ImVec2 area, float bottom)
 /// How much is still to come is not known: a part of the bar moves to and fro while the file is read.
 void buildProgressBar(ModelLoad const& load)
 {
-    constexpr float width = 320.0F;
-    constexpr float height = 6.0F;
+    float const width = inPixels(320.0F);
+    float const height = inPixels(6.0F);
+    float const rounding = height / 2.0F;
     constexpr float part = 0.25F;
     ImVec2 const corner = ImGui::GetCursorScreenPos();
     ImDrawList& list = *ImGui::GetWindowDrawList();
     auto const swing = static_cast<float>(0.5 - 0.5 * std::cos(2.5 * load.elapsed().count()));
     float const left = corner.x + swing * (1.0F - part) * width;
     list.AddRectFilled(corner, {corner.x + width, corner.y + height}, ImGui::GetColorU32(ImGuiCol_FrameBg),
-                       3.0F);
+                       rounding);
     list.AddRectFilled({left, corner.y}, {left + part * width, corner.y + height},
-                       ImGui::GetColorU32(ImGuiCol_SliderGrab), 3.0F);
+                       ImGui::GetColorU32(ImGuiCol_SliderGrab), rounding);
     ImGui::Dummy({width, height});
 }
 
@@ -186,7 +190,8 @@ void Hud::build(Session& session, ImVec2 area)
         buildStatus(session);
     if (hasAnimations)
         buildPlayback(session, area);
-    buildNotices(session.notices, area, area.y - margin - (hasAnimations ? rowHeight : 0.0F));
+    float const row = inPixels(52.0F); // that the playback bar takes
+    buildNotices(session.notices, area, area.y - margin() - (hasAnimations ? row : 0.0F));
     if (session.document.load())
         buildLoading(session, area);
     else if (!hasScene)

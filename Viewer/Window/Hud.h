@@ -11,7 +11,7 @@ namespace sgview {
 class Hud {
 public:
     /// Builds it with Dear ImGui.
-    /// \param area  size of the part of the window that shows the model, points
+    /// \param area  size of the part of the window that shows the model, pixels
     void build(Session& session, ImVec2 area);
 };
 

@@ -1,12 +1,14 @@
 #include "Viewer/Window/LabelledBar.h"
 
+#include "Viewer/Window/GuiStyle.h"
+
 #include <imgui.h>
 
 namespace sgview {
 
 void addLabelledBar(std::string const& name, std::string const& figure, double part)
 {
-    constexpr float height = 5.0F;
+    float const height = inPixels(5.0F);
     float const width = ImGui::GetContentRegionAvail().x;
     float const left = ImGui::GetCursorPosX();
     float const figureWidth = ImGui::CalcTextSize(figure.c_str()).x;

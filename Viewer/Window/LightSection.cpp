@@ -1,5 +1,6 @@
 #include "Viewer/Window/LightSection.h"
 
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/Session.h"
 
 #include <imgui.h>
@@ -37,7 +38,7 @@ Vector3 directionOf(Heading const& heading)
 void editLight(SGLightData& light)
 {
     Heading heading = headingOf(light.direction);
-    ImGui::PushItemWidth(-90.0F);
+    ImGui::PushItemWidth(-inPixels(90.0F));
     bool turned = ImGui::SliderFloat("sideways", &heading.sideways, -180.0F, 180.0F, "%.0f degrees");
     turned |= ImGui::SliderFloat("upwards", &heading.upwards, -89.0F, 89.0F, "%.0f degrees");
     if (turned)

@@ -1,5 +1,6 @@
 #include "Viewer/Window/MaterialSection.h"
 
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/Session.h"
 
 #include <imgui.h>
@@ -25,7 +26,7 @@ bool editColor(char const* label, Color& color)
 bool editLook(MaterialLook& look)
 {
     Material& material = look.material;
-    ImGui::PushItemWidth(-90.0F);
+    ImGui::PushItemWidth(-inPixels(90.0F));
     bool changed = editColor("ambient", material.ambient);
     changed |= editColor("diffuse", material.diffuse);
     changed |= editColor("specular", material.specular);

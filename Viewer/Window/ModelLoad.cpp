@@ -29,7 +29,7 @@ Model ModelLoad::take()
 void ModelLoad::run(std::stop_token const& stop)
 {
     try {
-        model_ = superviseImport(file_, options_, {stop, &received_});
+        model_ = superviseImport(file_, options_, {stop, &received_, &sources_});
     } catch (...) {
         failure_ = std::current_exception();
     }

@@ -2,6 +2,7 @@
 
 #include "Viewer/Import/ImportOptions.h"
 #include "Viewer/Import/Model.h"
+#include "Viewer/Import/SourceFiles.h"
 
 #include <atomic>
 #include <chrono>
@@ -34,6 +35,10 @@ public:
     /// \throws ImportError, std::bad_alloc
     [[nodiscard]] Model take();
 
+    /// The files besides its own that the model depends on, once it is done; even where no model came of it,
+    /// if they came to be known.
+    [[nodiscard]] std::optional<SourceFiles> const& sources() const { return sources_; }
+
 private:
     void run(std::stop_token const& stop);
 
@@ -42,7 +47,8 @@ private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     std::atomic<std::uint64_t> received_ = 0;
     std::atomic<bool> done_ = false;
-    std::optional<Model> model_; ///< what thread_ leaves, as is failure_
+    std::optional<Model> model_; ///< what thread_ leaves, as are sources_ and failure_
+    std::optional<SourceFiles> sources_;
     std::exception_ptr failure_;
     std::jthread thread_;
 };

@@ -2,8 +2,10 @@
 
 #include "Viewer/Overlay/InfluenceRamp.h"
 #include "Viewer/Overlay/Projection.h"
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/OverlayBox.h"
 
+#include <cmath>
 #include <cstdio>
 
 namespace sgview {
@@ -19,8 +21,8 @@ ImU32 toImGui(Color const& color)
 void addLabel(ImDrawList& list, ImVec2 middle, char const* text)
 {
     ImVec2 const size = ImGui::CalcTextSize(text);
-    ImVec2 const place{middle.x - size.x / 2.0F, middle.y - size.y / 2.0F};
-    constexpr float rim = 4.0F;
+    ImVec2 const place{std::round(middle.x - size.x / 2.0F), std::round(middle.y - size.y / 2.0F)};
+    float const rim = inPixels(4.0F);
     list.AddRectFilled({place.x - rim, place.y}, {place.x + size.x + rim, place.y + size.y},
                        IM_COL32(255, 255, 255, 220), rim);
     list.AddText(place, IM_COL32(10, 15, 20, 255), text);
@@ -35,7 +37,7 @@ bool isInside(PlaceInPicture const& place, quarl::Rect<int> const& viewport, dou
 /// The last place on the label's line that is in the picture.
 std::optional<PlaceInPicture> visiblePlace(CameraBase const& camera, OverlayLabel const& label)
 {
-    constexpr double rim = 12.0; // pixels
+    auto const rim = static_cast<double>(inPixels(12.0F));
     for (double const part : {1.0, 0.8, 0.6, 0.4, 0.2}) {
         std::optional<PlaceInPicture> const place =
             project(camera, label.start + (label.place - label.start) * part);
@@ -48,8 +50,9 @@ std::optional<PlaceInPicture> visiblePlace(CameraBase const& camera, OverlayLabe
 /// From 0 at the left to 1 at the right, with the lines that the map has and their numbers.
 void buildRamp()
 {
-    constexpr float width = 240.0F;
-    constexpr float height = 18.0F;
+    float const width = inPixels(240.0F);
+    float const height = inPixels(18.0F);
+    float const gap = inPixels(2.0F);
     constexpr int steps = 60;
     ImVec2 const corner = ImGui::GetCursorScreenPos();
     ImDrawList& list = *ImGui::GetWindowDrawList();
@@ -64,14 +67,14 @@ void buildRamp()
         float const x = corner.x + width * static_cast<float>(quarter) / 4.0F;
         if (quarter > 0 && quarter < 4)
             list.AddLine({x, corner.y}, {x, corner.y + height}, toImGui(influenceLineColor(quarter / 4.0)),
-                         2.0F);
+                         gap);
         char text[24];
         std::snprintf(text, sizeof text, "%g", quarter / 4.0);
         float const textWidth = ImGui::CalcTextSize(text).x;
-        list.AddText({x - textWidth * static_cast<float>(quarter) / 4.0F, corner.y + height + 2.0F},
+        list.AddText({x - textWidth * static_cast<float>(quarter) / 4.0F, corner.y + height + gap},
                      ImGui::GetColorU32(ImGuiCol_Text), text);
     }
-    ImGui::Dummy({width, height + 2.0F + ImGui::GetTextLineHeight()});
+    ImGui::Dummy({width, height + gap + ImGui::GetTextLineHeight()});
 }
 
 void buildInfluences(InfluenceMap const& map)
@@ -90,14 +93,13 @@ void buildInfluences(InfluenceMap const& map)
 void buildOverlayLabels(Session const& session, CameraBase const& camera, ImVec2 corner)
 {
     ImDrawList& list = *ImGui::GetBackgroundDrawList();
-    auto const ratio = session.pixelsPerPoint;
     for (OverlayLabel const& label : session.document.appearance()->labels()) {
         std::optional<PlaceInPicture> const place = visiblePlace(camera, label);
         if (!place)
             continue;
         addLabel(list,
-                 {corner.x + static_cast<float>(place->x / ratio),
-                  corner.y + static_cast<float>((camera.viewport.height - place->y) / ratio)},
+                 {corner.x + static_cast<float>(place->x),
+                  corner.y + static_cast<float>(camera.viewport.height - place->y)},
                  label.text.c_str());
     }
 }

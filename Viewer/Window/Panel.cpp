@@ -2,6 +2,7 @@
 
 #include "Viewer/Window/DiagnosticSection.h"
 #include "Viewer/Window/DisplaySection.h"
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/LightSection.h"
 #include "Viewer/Window/MaterialSection.h"
 #include "Viewer/Window/ModelSection.h"
@@ -35,8 +36,8 @@ Panel::Panel()
 void Panel::build(Session& session)
 {
     ImGuiIO const& io = ImGui::GetIO();
-    ImGui::SetNextWindowPos({io.DisplaySize.x - width, 0.0F});
-    ImGui::SetNextWindowSize({width, io.DisplaySize.y});
+    ImGui::SetNextWindowPos({io.DisplaySize.x - inPixels(width), 0.0F});
+    ImGui::SetNextWindowSize({inPixels(width), io.DisplaySize.y});
     ImGui::Begin("panel", nullptr,
                  ImGuiWindowFlags_NoTitleBar | ImGuiWindowFlags_NoResize | ImGuiWindowFlags_NoMove |
                      ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_NoBringToFrontOnFocus);

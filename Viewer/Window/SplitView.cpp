@@ -2,6 +2,7 @@
 
 #include "Viewer/Platform/HostState.h"
 #include "Viewer/Platform/TechniqueChoice.h"
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/OverlayBox.h"
 #include "Viewer/Window/OverlayTexts.h"
 #include "Viewer/Window/PictureBlit.h"
@@ -10,16 +11,21 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 
 namespace sgview {
 
 namespace {
 
-constexpr double gap = 4.0;          // points between pictures
-constexpr double playbackRow = 64.0; // points that the playback bar takes
+constexpr float gap = 4.0F;          // points between pictures
+constexpr float playbackRow = 64.0F; // points that the playback bar takes
 constexpr std::array<int, 4> amplifications{1, 10, 50, 255};
+
+/// Of a place from the lower left corner, from the upper one of an area.
+ImVec2 upperLeft(quarl::Rect<int> const& place, ImVec2 area)
+{
+    return {static_cast<float>(place.x), area.y - static_cast<float>(place.y + place.height)};
+}
 
 void render(Session& session)
 {
@@ -55,10 +61,9 @@ void SplitView::end(Session& session)
 
 void SplitView::arrange(Session const& session, quarl::Rect<int> const& area)
 {
-    double const ratio = session.pixelsPerPoint;
-    auto const between = static_cast<int>(std::lround(gap * ratio));
+    auto const between = static_cast<int>(inPixels(gap));
     bool const hasPlayback = !session.document.scene()->model().animations.empty();
-    int const bottom = hasPlayback ? static_cast<int>(std::lround(playbackRow * ratio)) : 0;
+    int const bottom = hasPlayback ? static_cast<int>(inPixels(playbackRow)) : 0;
     cell_.width = std::max((area.width - between) / 2, 1);
     cell_.height = std::max((area.height - bottom - between) / 2, 1);
     int const top = area.y + area.height - cell_.height;
@@ -111,29 +116,27 @@ void SplitView::build(Session& session, ImVec2 area)
 {
     if (!isSplit_)
         return;
-    auto const ratio = static_cast<float>(session.pixelsPerPoint);
+    float const edge = inPixels(12.0F);
     CameraBase const& camera = *session.document.scene()->cameraNode()->camera;
     for (std::size_t i = 0; i < sides_.size(); ++i) {
-        ImVec2 const corner{static_cast<float>(places_[i].x) / ratio,
-                            area.y - static_cast<float>(places_[i].y + places_[i].height) / ratio};
+        ImVec2 const corner = upperLeft(places_[i], area);
         buildOverlayLabels(session, camera, corner);
-        constexpr float belowStatus = 52.0F;
-        ImGui::SetNextWindowPos({corner.x + 12.0F, corner.y + belowStatus});
+        float const belowStatus = inPixels(52.0F);
+        ImGui::SetNextWindowPos({corner.x + edge, corner.y + belowStatus});
         buildChoice(session, i);
     }
-    ImVec2 const beside{static_cast<float>(places_[1].x) / ratio,
-                        area.y - static_cast<float>(places_[2].y + places_[2].height) / ratio};
-    ImGui::SetNextWindowPos({beside.x + 12.0F, beside.y + 12.0F});
+    ImVec2 const beside{upperLeft(places_[1], area).x, upperLeft(places_[2], area).y};
+    ImGui::SetNextWindowPos({beside.x + edge, beside.y + edge});
     buildFigures();
 }
 
 void SplitView::buildChoice(Session const& session, std::size_t side)
 {
     Side& shown = sides_[side];
-    constexpr float widthOfTimes = 250.0F; // from frame to frame, so that none is cut off
-    ImGui::SetNextWindowSizeConstraints({widthOfTimes, 0.0F}, ImGui::GetIO().DisplaySize);
+    constexpr float widthOfTimes = 250.0F; // points, from frame to frame, so that none is cut off
+    ImGui::SetNextWindowSizeConstraints({inPixels(widthOfTimes), 0.0F}, ImGui::GetIO().DisplaySize);
     beginOverlayBox(side == 0 ? "left technique" : "right technique");
-    ImGui::SetNextItemWidth(150.0F);
+    ImGui::SetNextItemWidth(inPixels(150.0F));
     if (ImGui::BeginCombo(side == 0 ? "left" : "right", std::string(nameOf(shown.technique)).c_str())) {
         for (TechniqueSwitch::Candidate const& candidate : session.technique.candidates()) {
             std::string const name(nameOf(candidate.technique));

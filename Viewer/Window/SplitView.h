@@ -25,7 +25,7 @@ public:
     [[nodiscard]] bool isSplit() const { return isSplit_; }
 
     /// Builds the choices, figures and labels with Dear ImGui.
-    /// \param area  points
+    /// \param area  pixels
     void build(Session& session, ImVec2 area);
 
 private:

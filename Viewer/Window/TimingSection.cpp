@@ -1,5 +1,6 @@
 #include "Viewer/Window/TimingSection.h"
 
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/LabelledBar.h"
 #include "Viewer/Window/Session.h"
 
@@ -22,7 +23,7 @@ void plotFrames(FrameTimes const& frames)
     std::array<char, 32> most{};
     std::snprintf(most.data(), most.size(), "up to %.1f ms", static_cast<double>(frames.longest()));
     ImGui::PlotLines("##frames", values.data(), static_cast<int>(values.size()), 0, most.data(), 0.0F,
-                     frames.longest() * 1.1F, {ImGui::GetContentRegionAvail().x, 64.0F});
+                     frames.longest() * 1.1F, {ImGui::GetContentRegionAvail().x, inPixels(64.0F)});
 }
 
 std::string inMilliseconds(double value)

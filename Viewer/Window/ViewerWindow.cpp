@@ -4,10 +4,10 @@
 #include "Viewer/Platform/PngWriter.h"
 #include "Viewer/Platform/ScreenshotName.h"
 #include "Viewer/Window/FrameReader.h"
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/HelpOverlay.h"
 #include "Viewer/Window/OverlayTexts.h"
 
-#include <cmath>
 #include <system_error>
 
 namespace sgview {
@@ -34,10 +34,10 @@ std::optional<SDL_Event> nextEvent(SDL_eventaction action)
 } // namespace
 
 ViewerWindow::ViewerWindow(WindowOptions const& options, TechniqueFinder const& findTechnique)
-    : context_(options.size),
+    : context_(options.size, options.scale),
       module_(options.module),
       session_(module_.renderer(), options, findTechnique(module_.renderer())),
-      gui_(context_),
+      gui_(context_.window(), context_.context()),
       controls_(session_, {[this] { isOpen_ = false; }, [this] { context_.toggleFullScreen(); },
                            [this](bool withPanel) { pictureWanted_ = withPanel; }}),
       screenshotName_(options.screenshotName)
@@ -133,23 +133,23 @@ void ViewerWindow::handlePointer(SDL_Event const& event)
 
 void ViewerWindow::arrange()
 {
-    PictureSize const points = context_.points();
-    PictureSize const pixels = context_.pixels();
-    double const ratio = context_.pixelsPerPoint();
+    measures_ = context_.measures();
+    gui_.adapt(measures_);
+    auto const panel = static_cast<int>(inPixels(Panel::width));
     // A window too narrow for both shows the model.
-    bool const hasRoom = points.width > 2 * static_cast<int>(Panel::width);
-    panelWidth_ = session_.showsPanel && hasRoom ? Panel::width : 0.0F;
-    double const width = points.width - static_cast<double>(panelWidth_);
-    sceneArea_ = {0, 0, std::max(static_cast<int>(std::lround(width * ratio)), 1), pixels.height};
-    controls_.setArea(width, points.height);
-    session_.pixelsPerPoint = ratio;
+    bool const hasRoom = measures_.pixels.width > 2 * panel;
+    panelWidth_ = session_.showsPanel && hasRoom ? panel : 0;
+    sceneArea_ = {0, 0, std::max(measures_.pixels.width - panelWidth_, 1), measures_.pixels.height};
+    double const scale = measures_.pixelsPerPoint;
+    controls_.setArea(sceneArea_.width / scale, sceneArea_.height / scale, measures_.pointsPerUnit());
+    session_.pixelsPerPoint = scale;
 }
 
 void ViewerWindow::drawFrame()
 {
     Time const start = std::chrono::steady_clock::now();
     arrange();
-    bool const isTimed = panelWidth_ > 0.0F;
+    bool const isTimed = panelWidth_ > 0;
     session_.renderer.passTimeSink = nullptr;
     if (isTimed)
         session_.renderer.passTimeSink = [this](std::string_view pass, std::chrono::nanoseconds time) {
@@ -188,7 +188,7 @@ void ViewerWindow::buildOverlays(ImVec2 area)
 {
     if (!session_.document.scene())
         return;
-    constexpr float margin = 12.0F;
+    float const margin = inPixels(12.0F);
     buildOverlayLegend(session_, {area.x - margin, margin});
     if (split_.isSplit())
         split_.build(session_, area);
@@ -198,12 +198,11 @@ void ViewerWindow::buildOverlays(ImVec2 area)
 
 void ViewerWindow::buildWidgets()
 {
-    PictureSize const points = context_.points();
     gui_.begin();
-    ImVec2 const area{static_cast<float>(points.width) - panelWidth_, static_cast<float>(points.height)};
+    ImVec2 const area{static_cast<float>(sceneArea_.width), static_cast<float>(sceneArea_.height)};
     buildOverlays(area);
     hud_.build(session_, area);
-    if (panelWidth_ > 0.0F)
+    if (panelWidth_ > 0)
         panel_.build(session_);
     if (session_.showsHelp)
         buildHelp(ImGui::GetIO().DisplaySize);
@@ -220,7 +219,7 @@ void ViewerWindow::updateTitle()
 
 void ViewerWindow::keepPicture(bool withPanel)
 {
-    PictureSize const all = context_.pixels();
+    PictureSize const all = measures_.pixels;
     Picture const picture =
         readFrame(session_.renderer, withPanel ? quarl::Rect<int>{0, 0, all.width, all.height} : sceneArea_);
     std::string const model = session_.document.file().stem().string();

@@ -52,7 +52,8 @@ private:
     Controls controls_;
     std::string screenshotName_;
     std::string title_;
-    float panelWidth_ = 0.0F;      ///< points, as arranged last
+    ScreenMeasures measures_;      ///< as arranged last, as are the next two
+    int panelWidth_ = 0;           ///< pixels
     quarl::Rect<int> sceneArea_{}; ///< pixels, from the lower left corner
     int framesWanted_ = 1;
     std::optional<bool> pictureWanted_; ///< whether with the panel

@@ -2,10 +2,14 @@
 
 #include "SceneGraph/SGRendererManager.h"
 #include "Viewer/Platform/HeadlessContext.h"
+#include "Viewer/Window/DesktopScale.h"
+#include "Viewer/Window/XLibrary.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
+#include <string_view>
 
 namespace sgview {
 
@@ -32,10 +36,8 @@ bool isSet(char const* variable)
 /// a context cannot be made is an answer.
 class XErrorsOutlived {
 public:
-    XErrorsOutlived() : library_(SDL_LoadObject("libX11.so.6"))
+    XErrorsOutlived() : setHandler_(library_.find<SetHandler>("XSetErrorHandler"))
     {
-        if (library_)
-            setHandler_ = reinterpret_cast<SetHandler>(SDL_LoadFunction(library_, "XSetErrorHandler"));
         if (setHandler_)
             previous_ = setHandler_([](void*, void*) { return 0; });
     }
@@ -45,18 +47,31 @@ public:
     {
         if (setHandler_)
             setHandler_(previous_);
-        if (library_)
-            SDL_UnloadObject(library_);
     }
 
 private:
     using Handler = int (*)(void* display, void* error);
     using SetHandler = Handler (*)(Handler);
 
-    void* library_;
-    SetHandler setHandler_ = nullptr;
+    XLibrary library_;
+    SetHandler setHandler_;
     Handler previous_ = nullptr;
 };
+
+/// The part of a size that a screen has room for beside what the desktop keeps for itself.
+PictureSize fitted(PictureSize size, int screen)
+{
+    SDL_Rect room{};
+    if (SDL_GetDisplayUsableBounds(screen, &room) != 0 || room.w <= 0 || room.h <= 0)
+        return size;
+    return {std::min(size.width, room.w), std::min(size.height, room.h)};
+}
+
+PictureSize scaled(PictureSize size, double factor)
+{
+    auto const times = [factor](int side) { return static_cast<int>(std::lround(side * factor)); };
+    return {times(size.width), times(size.height)};
+}
 
 void askForFixedFunction(int samples)
 {
@@ -72,7 +87,7 @@ void askForFixedFunction(int samples)
 
 } // namespace
 
-WindowContext::WindowContext(PictureSize size)
+WindowContext::WindowContext(PictureSize size, std::optional<double> scale) : scale_(scale)
 {
     std::string reasons;
     auto const attempt = [&](char const* driver) {
@@ -110,6 +125,8 @@ void WindowContext::open(char const* driver, PictureSize size)
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
     driver_ = std::make_unique<VideoDriver>(driver);
+    isX_ = SDL_GetCurrentVideoDriver() == std::string_view("x11");
+    desktopScale_ = isX_ ? desktopScaleOfX() : 1.0;
     if (openWith(smooth, size) || openWith(0, size))
         return;
     std::string const reason = SDL_GetError();
@@ -120,8 +137,10 @@ void WindowContext::open(char const* driver, PictureSize size)
 bool WindowContext::openWith(int samples, PictureSize size)
 {
     askForFixedFunction(samples);
-    window_.reset(SDL_CreateWindow("sgview", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, size.width,
-                                   size.height,
+    double const scale = isX_ ? scale_.value_or(desktopScale_) : 1.0;
+    PictureSize const units = scale == 1.0 ? size : fitted(scaled(size, scale), 0);
+    window_.reset(SDL_CreateWindow("sgview", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, units.width,
+                                   units.height,
                                    SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI));
     if (window_)
         context_.reset(SDL_GL_CreateContext(window_.get()));
@@ -130,23 +149,16 @@ bool WindowContext::openWith(int samples, PictureSize size)
     return context_ != nullptr;
 }
 
-PictureSize WindowContext::points() const
+ScreenMeasures WindowContext::measures() const
 {
-    PictureSize size;
-    SDL_GetWindowSize(window_.get(), &size.width, &size.height);
-    return {std::max(size.width, 1), std::max(size.height, 1)};
-}
-
-PictureSize WindowContext::pixels() const
-{
-    PictureSize size;
-    SDL_GL_GetDrawableSize(window_.get(), &size.width, &size.height);
-    return {std::max(size.width, 1), std::max(size.height, 1)};
-}
-
-double WindowContext::pixelsPerPoint() const
-{
-    return static_cast<double>(pixels().width) / points().width;
+    ScreenMeasures measures;
+    SDL_GetWindowSize(window_.get(), &measures.units.width, &measures.units.height);
+    SDL_GL_GetDrawableSize(window_.get(), &measures.pixels.width, &measures.pixels.height);
+    for (int* const side :
+         {&measures.units.width, &measures.units.height, &measures.pixels.width, &measures.pixels.height})
+        *side = std::max(*side, 1);
+    measures.pixelsPerPoint = scale_.value_or(desktopScale_ * measures.ratioOfScreen());
+    return measures;
 }
 
 bool WindowContext::isShown() const

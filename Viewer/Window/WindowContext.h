@@ -2,34 +2,33 @@
 
 #include "Viewer/Platform/Picture.h"
 #include "Viewer/Platform/SDLHandles.h"
+#include "Viewer/Window/ScreenMeasures.h"
 
 #include <SDL2/SDL.h>
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace sgview {
 
 /// A window on a screen with an OpenGL context: fixed-function, 8 bits a colour, 24 bits of depth. The
 /// context is current while this lives; one at a time.
-///
-/// Sizes come in two units: points, which people and pointers count in, and pixels of the drawable. On dense
-/// screens a point is several pixels.
 class WindowContext {
 public:
-    /// \param size  points
+    /// \param size   points
+    /// \param scale  pixels a point; as the desktop and the screen want it where nothing is said
     /// \throws ContextError
-    explicit WindowContext(PictureSize size);
+    explicit WindowContext(PictureSize size, std::optional<double> scale = std::nullopt);
     WindowContext(WindowContext const&) = delete;
     WindowContext& operator=(WindowContext const&) = delete;
 
     /// What still holds OpenGL names then drops them without a call.
     ~WindowContext();
 
-    [[nodiscard]] PictureSize points() const;
-    [[nodiscard]] PictureSize pixels() const;
-    [[nodiscard]] double pixelsPerPoint() const;
+    /// They change with the window's size and from screen to screen.
+    [[nodiscard]] ScreenMeasures measures() const;
 
     /// Whether there is anything to be seen of it: neither minimised nor hidden.
     [[nodiscard]] bool isShown() const;
@@ -54,6 +53,9 @@ private:
     bool openWith(int samples, PictureSize size);
     [[nodiscard]] std::chrono::duration<double> refreshInterval() const;
 
+    std::optional<double> scale_;
+    double desktopScale_ = 1.0; ///< on top of the screen's own ratio
+    bool isX_ = false;          ///< where units are pixels always
     std::unique_ptr<VideoDriver> driver_;
     std::unique_ptr<SDL_Window, WindowEnd> window_;
     std::unique_ptr<void, ContextEnd> context_;

@@ -30,6 +30,7 @@ struct WindowOptions {
     ImportOptions import;
     std::optional<std::string> animation; ///< name or index; plays at once
     PictureSize size = usualSize;         ///< window points
+    std::optional<double> scale;          ///< pixels a point, what the desktop wants where nothing is said
     std::optional<std::filesystem::path> module;
     std::optional<Technique> technique; ///< what the diagnostic finds best where nothing is said
     CameraView view;

@@ -82,6 +82,77 @@ TEST_F(FileWatchTest, DoesNotLookMoreOftenThanItSays)
     EXPECT_TRUE(look());
 }
 
+TEST_F(FileWatchTest, WatchesWhatTheModelRefersTo)
+{
+    fs::path const texture = folder.path() / "a.png";
+    fs::path const missing = folder.path() / "b.png";
+    std::ofstream(texture) << "one";
+    watch = FileWatch(file);
+    SourceFiles sources;
+    add(sources, texture);
+    add(sources, missing);
+    watch.follow(sources);
+    EXPECT_FALSE(look());
+    EXPECT_FALSE(look());
+    std::ofstream(texture) << "edited";
+    EXPECT_FALSE(look());
+    EXPECT_TRUE(look());
+    EXPECT_FALSE(look());
+    std::ofstream(missing) << "no more";
+    EXPECT_FALSE(look());
+    EXPECT_TRUE(look());
+
+    fs::remove(texture);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(look());
+    write("a model without it");
+    EXPECT_FALSE(look());
+    EXPECT_TRUE(look());
+    watch.follow({});
+    std::ofstream(texture) << "back again";
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(look());
+}
+
+TEST_F(FileWatchTest, WhatIsWrittenWhileItIsReadIsAChange)
+{
+    fs::path const texture = folder.path() / "a.png";
+    std::ofstream(texture) << "one";
+    watch = FileWatch(file);
+    SourceFiles sources;
+    add(sources, texture);
+    std::ofstream(texture) << "later";
+    watch.follow(sources);
+    EXPECT_FALSE(look());
+    EXPECT_TRUE(look());
+}
+
+TEST_F(FileWatchTest, WaitsUntilAllHavePaused)
+{
+    fs::path const texture = folder.path() / "a.png";
+    std::ofstream(texture) << "one";
+    watch = FileWatch(file);
+    SourceFiles sources;
+    add(sources, texture);
+    watch.follow(sources);
+    write("second one");
+    EXPECT_FALSE(look());
+    std::ofstream(texture) << "edited";
+    EXPECT_FALSE(look());
+    EXPECT_TRUE(look());
+    EXPECT_FALSE(look());
+}
+
+TEST_F(FileWatchTest, WhatIsAcceptedIsNoNews)
+{
+    watch = FileWatch(file);
+    EXPECT_EQ(watch.file(), file);
+    write("second one");
+    watch.accept();
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(look());
+}
+
 TEST_F(FileWatchTest, NoFileNoNews)
 {
     EXPECT_FALSE(look());
