@@ -6,19 +6,32 @@
 // The sources of the kernels are compiled for instruction sets that not every processor has, so this header,
 // and what they include beside it, defines no function that another source could share with them.
 
+/// The linear map of a bone row by row, then the translation; each number twice, as the narrowest vectors
+/// take it.
+struct SkinningMatrix {
+    static constexpr std::size_t size = 12;
+
+    alignas(16) double pairs[size][2];
+};
+
+/// The matrix that a vertex goes by: `base + w[0] * matrices[0] + w[1] * matrices[1] + ...`
+struct SkinningBlend {
+    SkinningMatrix const* base;
+    SkinningMatrix const* const* matrices;
+    std::size_t count;
+    std::size_t unusedWeights; ///< that a vertex has before those
+};
+
 /// Vertices that the same bones move, in blocks of `SkinningGroup::blockSize`.
 struct SkinningGroup {
     static constexpr std::size_t blockSize = 8;
 
-    /// A block is rows of `blockSize`: x, y and z of the positions, x, y and z of the normals, then a row of
-    /// weights for each bone. The last block is filled up with copies of its last vertex. Starts at a
-    /// multiple of 64 bytes.
+    /// A block is rows of `blockSize`: x, y and z of the positions, x, y and z of the normals, then a row for
+    /// each weight. The last block is filled up with copies of its last vertex. Starts at a multiple of 64
+    /// bytes.
     double const* blocks;
     std::size_t vertices;
-    /// For each bone twelve numbers: the linear map row by row, then the translation. Without a bone vertices
-    /// stay as they are.
-    double const* const* bones;
-    std::size_t boneCount;
+    SkinningBlend blend;
     /// Where each vertex goes; null where they go one after another from `first` on.
     std::uint32_t const* places;
     std::size_t first;

@@ -11,7 +11,8 @@ using Lanes [[gnu::vector_size(sizeof(double) * lanes)]] = double;
 
 [[gnu::always_inline]] inline bool allSafe(Lanes squared)
 {
-    return squared[0] > 1e-280 && squared[0] < 1e280 && squared[1] > 1e-280 && squared[1] < 1e280;
+    auto const safe = (squared > 1e-280) & (squared < 1e280);
+    return (safe[0] & safe[1]) != 0;
 }
 
 bool isSupported()

@@ -1,15 +1,10 @@
 #pragma once
 
-#include "Maths/BoneTransform.h"
 #include "Maths/UVector3.h"
-#include "OpenGLRenderer/SkinningKernel.h"
+#include "OpenGLRenderer/SkinningMatrices.h"
 #include "SceneGraph/BoneWeightsData.h"
 
 #include <boost/align/aligned_allocator.hpp>
-
-#include <cstdint>
-#include <span>
-#include <vector>
 
 /// A surface's rest pose and bone weights, laid out once for the kernels that move its vertices every frame:
 /// vertices that the same bones move lie together.
@@ -39,19 +34,23 @@ private:
         std::size_t vertices;
         std::size_t firstNumber; ///< in blocks_
         bool consecutive;        ///< the vertices stand one after another in the surface too
+        bool relative;           ///< its bones are taken by their differences
     };
 
     void addGroup(std::span<std::uint32_t const> vertices, std::span<Vector3 const> positions,
                   std::span<UVector3 const> normals, BoneWeightsData const& weights);
+    void setBones(BoneWeightsData const& weights);
 
     template <typename T>
     void skinAll(void (*skinGroup)(SkinningGroup const&, T*, T*), std::span<BoneTransform const> pose,
                  T* positions, T* normals) const;
+    template <typename T>
+    void copyRest(Group const& group, T* positions, T* normals) const;
 
     std::size_t vertexCount_;
     std::vector<Group> groups_;
-    std::vector<std::int32_t> bones_;
+    std::vector<std::uint32_t> bones_; ///< of the groups, as matrices_ knows them
     std::vector<std::uint32_t> order_;
     std::vector<double, boost::alignment::aligned_allocator<double, 64>> blocks_;
-    mutable std::vector<double const*> matrices_; ///< of one group's bones; kept for its memory
+    mutable SkinningMatrices matrices_; ///< kept for their memory
 };

@@ -27,8 +27,8 @@ public:
 
     [[nodiscard]] static constexpr SGVisitorInterest everything() { return {all, all}; }
 
-    [[nodiscard]] constexpr bool enters(SGNodeKind kind) const { return (entered_ & bit(kind)) != 0; }
-    [[nodiscard]] constexpr bool leaves(SGNodeKind kind) const { return (left_ & bit(kind)) != 0; }
+    [[nodiscard]] constexpr bool enters(SGNodeKind kind) const { return has(entered_, kind); }
+    [[nodiscard]] constexpr bool leaves(SGNodeKind kind) const { return has(left_, kind); }
 
     constexpr void addEnter(SGNodeKind kind) { entered_ |= bit(kind); }
     constexpr void addLeave(SGNodeKind kind) { left_ |= bit(kind); }
@@ -46,6 +46,12 @@ private:
     static constexpr std::uint32_t all = (1U << nodeKindCount) - 1U;
 
     constexpr SGVisitorInterest(std::uint32_t entered, std::uint32_t left) : entered_(entered), left_(left) {}
+
+    /// This way round it is one instruction that tests a bit.
+    static constexpr bool has(std::uint32_t kinds, SGNodeKind kind)
+    {
+        return (kinds >> static_cast<unsigned>(kind) & 1U) != 0;
+    }
 
     static constexpr std::uint32_t bit(SGNodeKind kind) { return 1U << static_cast<unsigned>(kind); }
 

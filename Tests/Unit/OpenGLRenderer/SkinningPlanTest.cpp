@@ -100,10 +100,38 @@ TEST_P(Skinning, AgreesWithThePlainFormulaForAnyBones)
     expectPlain(random.pose(5));
 }
 
+TEST_P(Skinning, AgreesWithThePlainFormulaForManyVerticesOfTheSameBones)
+{
+    constexpr int most = 6;
+    Random random(10);
+    for (int i = 0; i < 70 * most; ++i) {
+        std::vector<BoneInfluence> list;
+        int const bones = 1 + i % most;
+        double sum = 0.0;
+        for (int bone = 0; bone < bones; ++bone) {
+            list.push_back({(bones + bone) % most, random.number(0.0, 1.0)});
+            sum += list.back().weight;
+        }
+        for (BoneInfluence& influence : list)
+            influence.weight /= sum;
+        add(random.vector(), UVector3(random.vector()), list);
+    }
+    expectPlain(random.pose(most));
+}
+
+TEST_P(Skinning, LetsABoneWithoutWeightSpoilNothing)
+{
+    Random random(11);
+    for (int i = 0; i < 100; ++i)
+        add(random.vector(), UVector3(random.vector()), {{0, 0.0}, {1, 1.0}});
+    for (double const size : {1e-9, 1e3, 1e4, 1e9, 1e90})
+        expectPlain({{random.bone().rotation * size, random.vector() * size}, random.bone()});
+}
+
 TEST_P(Skinning, UsesWeightsAsTheyAre)
 {
     Random random(8);
-    for (int i = 0; i < 30; ++i)
+    for (int i = 0; i < 100; ++i)
         add(random.vector(), UVector3(random.vector()), {{1, 0.5}, {0, 2.0}, {1, -0.25}});
     expectPlain(random.pose(2));
 }
@@ -152,6 +180,15 @@ TEST_P(Skinning, HasABoneThatThePoseLacksPullToTheOrigin)
     EXPECT_EQ(vectorAt(moved, 0), Vector3(1.0, 2.0, 3.0));
     for (std::size_t i = 1; i < 5; ++i)
         EXPECT_EQ(vectorAt(moved, i), Vector3());
+}
+
+TEST_P(Skinning, HasABoneThatThePoseLacksPullManyVerticesToTheOrigin)
+{
+    for (int i = 0; i < 100; ++i)
+        add({1.0, 2.0, 3.0}, UVector3(), {{i % 2, 0.5}, {7, 0.5}});
+    auto const moved = output<double>(SkinningPlan(positions, normals, weights), {BoneTransform()});
+    for (std::size_t i = 0; i < 100; ++i)
+        EXPECT_EQ(vectorAt(moved, i), i % 2 == 0 ? Vector3(0.5, 1.0, 1.5) : Vector3());
 }
 
 TEST_P(Skinning, TakesListsAndNormalsThatAreMissingForEmptyAndForTheZAxis)
