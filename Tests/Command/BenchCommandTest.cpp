@@ -252,12 +252,9 @@ TEST_F(BenchCommand, DrawsAsTheVerdictSaysWhereNothingElseIsAskedFor)
 
 TEST_F(BenchCommand, Devices)
 {
-    std::string const list = runWell({"bench", "--device", "list"});
-    EXPECT_THAT(list, StartsWith("0  "));
     json const result = bench({"--count", "1", "--frames", "1", "--size", "16x16", "--device", "0"});
-    EXPECT_THAT(list, StartsWith("0  " + result["driver"].get<std::string>() + "  ("));
-    EXPECT_THAT(run({"bench", "--device", "63"}).errors,
-                StartsWith("sgview: there is no graphics device 63"));
+    EXPECT_THAT(runWell({"bench", "--device", "list"}),
+                StartsWith("0  " + result["driver"].get<std::string>() + "  ("));
 }
 
 TEST_F(BenchCommand, ImportsAsTold)

@@ -56,7 +56,8 @@ TEST_F(Graphics, TheStoredVerdict)
 TEST_F(Graphics, DevicesHaveNumbers)
 {
     std::string const list = runWell({"render", "--device", "list"});
-    EXPECT_EQ(runWell({"info", "--device", "list"}), list);
+    for (char const* command : {"info", "demo", "compare", "diagnose", "bench"})
+        EXPECT_EQ(runWell({command, "--device", "list"}), list) << command;
     EXPECT_THAT(list, StartsWith("0  "));
     json const first = json::parse(runWell({"info", "--gpu", "--device", "0", "--json"}));
     EXPECT_THAT(list, StartsWith("0  " + first["renderer"].get<std::string>() + "  ("));
@@ -67,13 +68,24 @@ TEST_F(Graphics, DevicesHaveNumbers)
 
 TEST_F(Graphics, DevicesThatThereAreNot)
 {
-    Outcome const outcome = run({"render", creature(), "--output", "a.png", "--device", "63"});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.errors, StartsWith("sgview: there is no graphics device 63: the system has "));
+    for (std::vector<std::string> const& arguments :
+         {std::vector<std::string>{"render", creature(), "--output", "a.png"},
+          {"info", "--gpu"},
+          {"demo", "--output", "a.png"},
+          {"compare", creature()},
+          {"diagnose", "--force"},
+          {"bench"}}) {
+        std::vector<std::string> command = arguments;
+        command.insert(command.end(), {"--device", "63"});
+        Outcome const outcome = run(command);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(outcome.errors, StartsWith("sgview: there is no graphics device 63: the system has "));
+    }
     expectFailure({"render", creature(), "--output", "a.png", "--device", "first"}, 2,
                   "--device: 'first' is neither a number nor list, which says which devices there are");
     expectFailure({"info", creature(), "--gpu"}, 2, "FILE excludes --gpu");
     expectFailure({"info", creature(), "--device", "0"}, 2, "FILE excludes --device");
+    expectFailure({"demo", "--window", "--device", "0"}, 2, "--window excludes --device");
     expectFailure({"info", creature(), "--module", "."}, 2, "--module requires --gpu");
 }
 

@@ -80,15 +80,17 @@ TEST_F(OptionUse, Info)
 
 TEST_F(OptionUse, Demo)
 {
-    use("demo", with({"--output", "a.png", "--time", "1", "--size", "8x8", "--technique", "plain"}, general));
+    use("demo",
+        with({"--output", "a.png", "--time", "1", "--size", "8x8", "--technique", "plain", "--device", "0"},
+             general));
     use("demo", with({"--output", "a.png", "--size", "8x8"}, otherwise));
     expectAllUsed("demo", {"--window"}); // which is used where there is a display
 }
 
 TEST_F(OptionUse, Compare)
 {
-    Arguments sheet{creature(), "--animation", "swim",   "--times", "1",
-                    "--output", "a.png",       "--size", "16x16"};
+    Arguments sheet{creature(), "--animation", "swim",  "--times",  "1", "--output",
+                    "a.png",    "--size",      "16x16", "--device", "0"};
     for (Arguments const& further : {import, view, scene, general})
         sheet = with(sheet, further);
     use("compare", sheet);
@@ -102,7 +104,7 @@ TEST_F(OptionUse, Diagnose)
     Arguments const faulty{"--module", FAULTY_MODULE};
     use("diagnose",
         with({"--force", "--report", "a.html", "--json", "--quiet", "--config", "settings"}, faulty), user);
-    use("diagnose", with(with({"--why"}, otherwise), faulty), user);
+    use("diagnose", with(with({"--why", "--device", "0"}, otherwise), faulty), user);
     use("diagnose",
         with(with({"--model", creature(), "--animation", "swim", "--times", "1"}, import), faulty), user);
     expectAllUsed("diagnose");

@@ -3,8 +3,7 @@
 #include "Viewer/Bench/Quantile.h"
 #include "Viewer/Bench/WarmUp.h"
 #include "Viewer/Import/ImportError.h"
-
-#include <nlohmann/json.hpp>
+#include "Viewer/Report/Json.h"
 
 #include <algorithm>
 #include <cmath>
@@ -103,8 +102,6 @@ void writeStart(std::ostream& stream, StartFigures const& start)
     writeBar(stream, start.firstFrame, whole, "the frame");
 }
 
-using Json = nlohmann::ordered_json;
-
 Json asJson(std::vector<double> const& values)
 {
     return {{"median", quantile(values, middleShare)},
@@ -170,8 +167,7 @@ void writeJson(std::ostream& stream, BenchResult const& result)
                      {"module", result.start.module},
                      {"scene", result.start.scene},
                      {"firstFrame", result.start.firstFrame}};
-    constexpr int indentation = 2;
-    stream << json.dump(indentation, ' ', true, Json::error_handler_t::replace) << '\n';
+    writeLines(stream, json);
 }
 
 } // namespace sgview

@@ -30,18 +30,19 @@ struct ModelRequest {
     double seconds = 0.0;
 };
 
+/// Which graphics device draws: that of a number, or the system's own choice.
+struct DeviceRequest {
+    bool list = false; ///< say which there are, and draw nothing
+    std::optional<std::uint32_t> number;
+};
+
 /// Where a picture goes, and what draws it.
 struct PictureRequest {
     std::filesystem::path output;
     PictureSize size;
     std::optional<std::filesystem::path> module;
     std::optional<Technique> technique; ///< that of the stored verdict where nothing is said
-};
-
-/// Which graphics device draws: that of a number, or the system's own choice.
-struct DeviceRequest {
-    bool list = false; ///< say which there are, and draw nothing
-    std::optional<std::uint32_t> number;
+    DeviceRequest device;
 };
 
 struct RenderRequest {
@@ -56,7 +57,6 @@ struct RenderRequest {
     std::optional<int> largestSide; ///< pixels, to which the picture is scaled down
     CameraView view;
     SceneOptions scene; ///< without opacity in its background where a transparent one is wanted
-    DeviceRequest device;
     bool json = false;
 
     [[nodiscard]] PictureFormat formatInUse() const { return format ? *format : formatFor(*output); }
@@ -85,6 +85,7 @@ struct CompareRequest {
     std::optional<std::filesystem::path> output;
     PictureSize size{usualSide, usualSide};
     std::optional<std::filesystem::path> module;
+    DeviceRequest device;
     Moments moments;
     CameraView view;
     SceneOptions scene;
@@ -99,6 +100,7 @@ struct DiagnoseRequest {
     std::optional<ModelRequest> model; ///< to try the techniques on, without its moment
     Moments moments;                   ///< of the model's animation
     std::optional<std::filesystem::path> module;
+    DeviceRequest device;
     std::optional<std::uint32_t> timeLimit; ///< seconds
 };
 

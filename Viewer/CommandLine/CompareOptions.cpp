@@ -37,9 +37,12 @@ void addCompareCommand(CLI::App& app, CompareRequest& compare, GeneralOptions& g
     addMoments(*command, compare.moments);
     addOutputOptions(*command, compare);
     addModule(*command, compare.module);
+    addDevice(*command, compare.device);
     addSize(*command, compare.size, "the frames");
     addGeneralOptions(*command, general);
     command->callback([file, &compare] {
+        if (compare.device.list)
+            return;
         if (file->empty() && !compare.demo)
             throw UsageError("FILE is required, or --demo");
         if (isStandardOutput(compare.output.value_or("")))

@@ -23,9 +23,10 @@ void addDemoCommand(CLI::App& app, DemoRequest& demo, GeneralOptions& general)
         ->configurable(false)
         ->excludes(window);
     addDrawingOptions(*command, demo.picture, "the picture or the window");
+    window->excludes(command->get_option("--device"));
     addGeneralOptions(*command, general);
     command->callback([output, &demo] {
-        if (output->empty() && !demo.window)
+        if (output->empty() && !demo.window && !demo.picture.device.list)
             throw UsageError("--output is required, or --window");
     });
     command->footer("Examples:\n"

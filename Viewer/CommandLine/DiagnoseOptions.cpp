@@ -78,6 +78,7 @@ void addDiagnoseCommand(CLI::App& app, DiagnoseRequest& diagnose, ModelRequest& 
     for (CLI::Option* const option : {report, json})
         file->excludes(option);
     addModule(*command, diagnose.module);
+    addDevice(*command, diagnose.device);
     addGeneralOptions(*command, general);
     command->callback([file, &model, &diagnose] {
         if (isStandardOutput(diagnose.report.value_or("")) && isStandardOutput(diagnose.json.value_or("")))

@@ -85,7 +85,6 @@ void addRenderCommand(CLI::App& app, RenderRequest& render, GeneralOptions& gene
     addPoseOptions(*command, render.model);
     addFilmOptions(*command, render.film);
     addDrawingOptions(*command, render.picture);
-    addDevice(*command, render.device);
     addViewOptions(*command, render.view);
     addSceneOptions(*command, render.scene, true);
     addImportOptions(*command, render.model.import);

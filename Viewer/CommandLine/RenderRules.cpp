@@ -70,7 +70,7 @@ PictureSize pictureSizeOf(RenderRequest const& request)
 
 void checkRules(RenderRequest const& request)
 {
-    if (request.device.list)
+    if (request.picture.device.list)
         return;
     require(!request.files.empty(), "FILE is required");
     require(request.output.has_value(), "--output is required");

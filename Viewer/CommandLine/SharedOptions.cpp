@@ -186,6 +186,7 @@ void addDrawingOptions(CLI::App& app, PictureRequest& picture, std::string const
     addSize(app, picture.size, what);
     addTechnique(app, picture.technique);
     addModule(app, picture.module);
+    addDevice(app, picture.device);
 }
 
 void addViewOptions(CLI::App& app, CameraView& view)

@@ -3,11 +3,10 @@
 #include "Viewer/Bench/BenchReport.h"
 #include "Viewer/Bench/CrowdScene.h"
 #include "Viewer/Bench/ProcessMemory.h"
-#include "Viewer/Commands/GraphicsSummary.h"
+#include "Viewer/Commands/DeviceChoice.h"
 #include "Viewer/Commands/MeasuredTechnique.h"
 #include "Viewer/Commands/ModelLoader.h"
 #include "Viewer/Import/ImportError.h"
-#include "Viewer/Platform/GraphicsDevices.h"
 #include "Viewer/Platform/OutputFile.h"
 #include "Viewer/Platform/PngWriter.h"
 
@@ -132,10 +131,8 @@ BenchResult measure(BenchRequest const& request, Messages const& messages)
 
 void run(BenchRequest const& request, Messages const& messages)
 {
-    if (request.device.list)
-        return printDevices();
-    if (request.device.number)
-        useGraphicsDevice(*request.device.number);
+    if (!chooseDevice(request.device))
+        return;
     if (isDrawingDiscarded())
         keepMemory(0);
     BenchResult const result = measure(request, messages);

@@ -3,6 +3,7 @@
 #include "Viewer/CommandLine/UsageError.h"
 #include "Viewer/Commands/ComparisonTable.h"
 #include "Viewer/Commands/ContactSheet.h"
+#include "Viewer/Commands/DeviceChoice.h"
 #include "Viewer/Commands/ModelLoader.h"
 #include "Viewer/Platform/OutputFile.h"
 #include "Viewer/Platform/PngWriter.h"
@@ -93,6 +94,8 @@ void requireTrust(std::vector<TechniqueResult> const& results)
 
 void run(CompareRequest const& request, Messages const& messages)
 {
+    if (!chooseDevice(request.device))
+        return;
     Model model = load(request, messages);
     Index const animation = animationOf(model, request, messages);
     Comparison comparison = describe(model, animation, request);

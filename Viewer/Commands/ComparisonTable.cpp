@@ -2,8 +2,7 @@
 
 #include "Utilities/Strings.h"
 #include "Viewer/Import/ImportError.h"
-
-#include <nlohmann/json.hpp>
+#include "Viewer/Report/Json.h"
 
 #include <algorithm>
 #include <iomanip>
@@ -51,8 +50,6 @@ void writeTable(std::ostream& stream, std::vector<Row> const& rows)
         stream << row.back() << '\n';
     }
 }
-
-using Json = nlohmann::ordered_json;
 
 Json asJson(PictureDifference const& difference)
 {
@@ -123,8 +120,7 @@ void writeJson(std::ostream& stream, Comparison const& comparison)
     json["techniques"] = Json::array();
     for (TechniqueResult const& result : comparison.results)
         json["techniques"].push_back(asJson(result));
-    constexpr int indentation = 2;
-    stream << json.dump(indentation, ' ', true, Json::error_handler_t::replace) << '\n';
+    writeLines(stream, json);
 }
 
 } // namespace sgview

@@ -1,5 +1,6 @@
 #include "Viewer/Commands/Commands.h"
 
+#include "Viewer/Commands/DeviceChoice.h"
 #include "Viewer/Commands/MeasuredTechnique.h"
 #include "Viewer/Commands/ModelLoader.h"
 #include "Viewer/Import/ImportError.h"
@@ -43,6 +44,8 @@ void show(DemoRequest const& demo, Model creature, Messages const& messages)
 
 void run(DemoRequest const& demo, Messages const& messages)
 {
+    if (!chooseDevice(demo.picture.device))
+        return;
     Model creature = loadCreature(messages);
     if (demo.window)
         show(demo, std::move(creature), messages);

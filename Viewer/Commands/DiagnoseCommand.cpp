@@ -1,5 +1,6 @@
 #include "Viewer/Commands/Commands.h"
 
+#include "Viewer/Commands/DeviceChoice.h"
 #include "Viewer/Commands/MeasuredTechnique.h"
 #include "Viewer/Commands/ModelDiagnosis.h"
 #include "Viewer/Commands/ModelLoader.h"
@@ -229,6 +230,8 @@ void diagnoseModel(DiagnoseRequest const& request, Messages const& messages)
 
 void run(DiagnoseRequest const& request, Messages const& messages)
 {
+    if (!chooseDevice(request.device))
+        return;
     if (request.why)
         explain(request, messages);
     else if (request.model)

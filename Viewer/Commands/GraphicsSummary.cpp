@@ -1,19 +1,13 @@
 #include "Viewer/Commands/GraphicsSummary.h"
 
-#include "Viewer/Platform/GraphicsDevices.h"
-#include "Viewer/Platform/HeadlessContext.h"
-#include "Viewer/Platform/OutputFile.h"
-
-#include <nlohmann/json.hpp>
+#include "Viewer/Report/Json.h"
 
 #include <algorithm>
-#include <iostream>
+#include <ostream>
 
 namespace sgview {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr std::size_t indentation = 2;
 
@@ -79,20 +73,7 @@ void writeJson(std::ostream& stream, GraphicsSummary const& summary)
         stored[key] = value;
     json["verdict"] = {{"stored", stored}, {"holds", summary.verdictHolds}};
     json["technique"] = nameOf(summary.technique);
-    stream << json.dump(indentation, ' ', true, Json::error_handler_t::replace) << '\n';
-}
-
-void printDevices()
-{
-    std::vector<GraphicsDevice> const devices = listGraphicsDevices();
-    if (devices.empty())
-        throw ContextError("the system numbers no graphics devices (EGL_EXT_device_enumeration)");
-    for (std::size_t i = 0; i < devices.size(); ++i) {
-        GraphicsDevice const& device = devices[i];
-        std::cout << i << "  " << (device.problem.empty() ? device.name : device.problem) << "  ("
-                  << device.driver << ")\n";
-    }
-    flushStandardOutput();
+    writeLines(stream, json);
 }
 
 } // namespace sgview

@@ -22,9 +22,4 @@ struct GraphicsSummary {
 void writeText(std::ostream& stream, GraphicsSummary const& summary);
 void writeJson(std::ostream& stream, GraphicsSummary const& summary);
 
-/// Writes to standard output which graphics devices there are: number, name and driver.
-/// \throws ContextError  where the system numbers none
-/// \throws OutputError
-void printDevices();
-
 } // namespace sgview

@@ -1,10 +1,10 @@
 #include "Viewer/Commands/Commands.h"
 
+#include "Viewer/Commands/DeviceChoice.h"
 #include "Viewer/Commands/GraphicsSummary.h"
 #include "Viewer/Commands/ModelLoader.h"
 #include "Viewer/Commands/ModelSummary.h"
 #include "Viewer/Diagnosis/StoredVerdict.h"
-#include "Viewer/Platform/GraphicsDevices.h"
 #include "Viewer/Platform/OffscreenRenderer.h"
 #include "Viewer/Platform/OutputFile.h"
 #include "Viewer/Scene/ModelScene.h"
@@ -38,8 +38,6 @@ void write(Summary const& summary, bool json)
 
 void describeGraphics(InfoRequest const& request)
 {
-    if (request.device.number)
-        useGraphicsDevice(*request.device.number);
     OffscreenRenderer const renderer({8, 8}, request.module);
     GraphicsSummary const summary{askGraphics(), readStoredVerdict().preferences(),
                                   !renderer.engine().isDiagnosticNeeded(),
@@ -65,9 +63,9 @@ void describeModel(InfoRequest const& request, Messages const& messages)
 
 void run(InfoRequest const& request, Messages const& messages)
 {
-    if (request.device.list)
-        printDevices();
-    else if (request.gpu)
+    if (!chooseDevice(request.device))
+        return;
+    if (request.gpu)
         describeGraphics(request);
     else
         describeModel(request, messages);

@@ -4,8 +4,7 @@
 #include "Viewer/Import/ImportError.h"
 #include "Viewer/Import/ModelCheck.h"
 #include "Viewer/Import/ModelCounts.h"
-
-#include <nlohmann/json.hpp>
+#include "Viewer/Report/Json.h"
 
 #include <algorithm>
 #include <ostream>
@@ -70,8 +69,6 @@ private:
     std::ostream& stream_;
 };
 
-using Json = nlohmann::ordered_json;
-
 Json asJson(Vector3 const& point)
 {
     return Json::array({point.x, point.y, point.z});
@@ -83,13 +80,6 @@ Json asJson(SurfaceBounds const& surface)
     return {{"name", surface.name},
             {"low", empty ? Json() : asJson(surface.bounds.low)},
             {"high", empty ? Json() : asJson(surface.bounds.high)}};
-}
-
-void write(std::ostream& stream, Json const& json)
-{
-    constexpr int indentation = 2;
-    // Names come from files and may be no UTF-8.
-    stream << json.dump(indentation, ' ', true, Json::error_handler_t::replace) << '\n';
 }
 
 } // namespace
@@ -185,7 +175,7 @@ void writeJson(std::ostream& stream, ModelSummary const& summary)
     json["bounds"] = Json::array();
     for (SurfaceBounds const& surface : summary.bounds)
         json["bounds"].push_back(asJson(surface));
-    write(stream, json);
+    writeLines(stream, json);
 }
 
 void writeFailureJson(std::ostream& stream, std::string const& file, ImportError const& error)
@@ -193,7 +183,7 @@ void writeFailureJson(std::ostream& stream, std::string const& file, ImportError
     Json json;
     json["file"] = file;
     json["error"] = {{"kind", nameOf(error.failure())}, {"message", error.what()}};
-    write(stream, json);
+    writeLines(stream, json);
 }
 
 } // namespace sgview

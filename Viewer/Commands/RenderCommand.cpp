@@ -2,10 +2,9 @@
 
 #include "SceneGraph/SGRendererModule.h"
 #include "Viewer/CommandLine/UsageError.h"
-#include "Viewer/Commands/GraphicsSummary.h"
+#include "Viewer/Commands/DeviceChoice.h"
 #include "Viewer/Commands/RenderOutcome.h"
 #include "Viewer/Commands/RenderSession.h"
-#include "Viewer/Platform/GraphicsDevices.h"
 #include "Viewer/Platform/OutputFile.h"
 
 #include <chrono>
@@ -56,13 +55,9 @@ RenderOutcome drawModel(RenderSession& session, PictureSubject const& subject)
 
 void run(RenderRequest const& request, Messages const& messages)
 {
-    if (request.device.list) {
-        printDevices();
+    if (!chooseDevice(request.picture.device))
         return;
-    }
     checkStandardOutput(request);
-    if (request.device.number)
-        useGraphicsDevice(*request.device.number);
 
     RenderSession session(request, messages);
     std::size_t const count = request.files.size();

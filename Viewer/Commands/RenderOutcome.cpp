@@ -3,8 +3,7 @@
 #include "Viewer/CommandLine/UsageError.h"
 #include "Viewer/Import/ImportError.h"
 #include "Viewer/Platform/OutputFile.h"
-
-#include <nlohmann/json.hpp>
+#include "Viewer/Report/Json.h"
 
 #include <cmath>
 #include <new>
@@ -13,8 +12,6 @@
 namespace sgview {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 /// "drawing" for what is none of the others.
 std::string kindOf(std::exception_ptr const& error)
@@ -56,8 +53,7 @@ void writeJsonLine(std::ostream& stream, RenderOutcome const& outcome)
         json["pictures"].push_back(picture.string());
     if (outcome.error)
         json["error"] = {{"kind", kindOf(outcome.error)}, {"message", messageOf(outcome.error)}};
-    // Names may be no UTF-8.
-    stream << json.dump(-1, ' ', true, Json::error_handler_t::replace) << '\n';
+    writeLine(stream, json);
 }
 
 } // namespace sgview

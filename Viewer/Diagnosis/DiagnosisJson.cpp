@@ -1,6 +1,6 @@
 #include "Viewer/Diagnosis/DiagnosisJson.h"
 
-#include <nlohmann/json.hpp>
+#include "Viewer/Report/Json.h"
 
 #include <ostream>
 #include <string_view>
@@ -8,8 +8,6 @@
 namespace sgview {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 std::string_view keyOf(Diagnosis::Step step)
 {
@@ -156,8 +154,7 @@ void writeJson(std::ostream& stream, SupervisedDiagnosis const& run,
     json["seconds"] = diagnosis.seconds;
     json["log"] = diagnosis.log;
     json["journal"] = asJson(journal);
-    constexpr int indentation = 2;
-    stream << json.dump(indentation, ' ', true, Json::error_handler_t::replace) << '\n';
+    writeLines(stream, json);
 }
 
 } // namespace sgview

@@ -22,7 +22,7 @@ void CardMeasurement::start()
         return;
     failure_.clear();
     isCancelled_ = false;
-    run_ = std::make_unique<DiagnosticRun>(module_, knowledge().card);
+    run_ = std::make_unique<BackgroundDiagnostic>(module_, knowledge().card);
     step_ = run_->step();
 }
 
@@ -51,7 +51,7 @@ MeasurementNews CardMeasurement::look()
 
 void CardMeasurement::finish()
 {
-    std::unique_ptr<DiagnosticRun> const run = std::move(run_);
+    std::unique_ptr<BackgroundDiagnostic> const run = std::move(run_);
     knowledge_.reset();
     try {
         SupervisedDiagnosis result = run->take();

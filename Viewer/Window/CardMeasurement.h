@@ -2,7 +2,7 @@
 
 #include "SceneGraph/SGRenderer.h"
 #include "Viewer/Diagnosis/CardKnowledge.h"
-#include "Viewer/Window/DiagnosticRun.h"
+#include "Viewer/Window/BackgroundDiagnostic.h"
 
 #include <filesystem>
 #include <memory>
@@ -62,7 +62,7 @@ private:
     std::string failure_;
     int generation_ = 0;
     bool isCancelled_ = false;
-    std::unique_ptr<DiagnosticRun> run_;
+    std::unique_ptr<BackgroundDiagnostic> run_;
 };
 
 } // namespace sgview

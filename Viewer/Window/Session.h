@@ -5,11 +5,11 @@
 #include "Viewer/Window/CardMeasurement.h"
 #include "Viewer/Window/Document.h"
 #include "Viewer/Window/FolderNeighbours.h"
-#include "Viewer/Window/FrameTimes.h"
 #include "Viewer/Window/Notices.h"
 #include "Viewer/Window/OrbitCamera.h"
 #include "Viewer/Window/PassTimes.h"
 #include "Viewer/Window/Playback.h"
+#include "Viewer/Window/RecentFrames.h"
 #include "Viewer/Window/TechniqueSwitch.h"
 #include "Viewer/Window/WindowOptions.h"
 
@@ -63,7 +63,7 @@ public:
     Playback playback;
     DisplayOptions display;
     TechniqueSwitch technique;
-    FrameTimes frames;
+    RecentFrames frames;
     PassTimes passes;
     Notices notices;
     CardMeasurement measurement;

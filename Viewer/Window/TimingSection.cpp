@@ -14,7 +14,7 @@ namespace sgview {
 
 namespace {
 
-void plotFrames(FrameTimes const& frames)
+void plotFrames(RecentFrames const& frames)
 {
     std::size_t const rate = frames.lastSecond(std::chrono::steady_clock::now());
     ImGui::Text("%zu frame%s in the last second", rate, rate == 1 ? "" : "s");

@@ -1,4 +1,4 @@
-#include "Viewer/Window/FrameTimes.h"
+#include "Viewer/Window/RecentFrames.h"
 
 #include <algorithm>
 
@@ -10,7 +10,7 @@ constexpr std::chrono::seconds window{1};
 
 } // namespace
 
-void FrameTimes::add(Time end, std::chrono::duration<double, std::milli> taken)
+void RecentFrames::add(Time end, std::chrono::duration<double, std::milli> taken)
 {
     ring_[next_] = static_cast<float>(taken.count());
     next_ = (next_ + 1) % kept;
@@ -19,25 +19,25 @@ void FrameTimes::add(Time end, std::chrono::duration<double, std::milli> taken)
         ends_.pop_front();
 }
 
-std::size_t FrameTimes::lastSecond(Time now) const
+std::size_t RecentFrames::lastSecond(Time now) const
 {
     return static_cast<std::size_t>(
         std::ranges::count_if(ends_, [now](Time end) { return end > now - window; }));
 }
 
-std::array<float, FrameTimes::kept> FrameTimes::milliseconds() const
+std::array<float, RecentFrames::kept> RecentFrames::milliseconds() const
 {
     std::array<float, kept> ordered = ring_;
     std::ranges::rotate(ordered, ordered.begin() + static_cast<std::ptrdiff_t>(next_));
     return ordered;
 }
 
-float FrameTimes::latest() const
+float RecentFrames::latest() const
 {
     return ring_[(next_ + kept - 1) % kept];
 }
 
-float FrameTimes::longest() const
+float RecentFrames::longest() const
 {
     return *std::ranges::max_element(ring_);
 }

@@ -1,4 +1,4 @@
-#include "Viewer/Window/DiagnosticRun.h"
+#include "Viewer/Window/BackgroundDiagnostic.h"
 
 #include "Viewer/Diagnosis/DiagnosisLog.h"
 #include "Viewer/Diagnosis/DiagnosticGate.h"
@@ -7,7 +7,7 @@
 
 namespace sgview {
 
-DiagnosticRun::DiagnosticRun(std::optional<std::filesystem::path> module, std::string card)
+BackgroundDiagnostic::BackgroundDiagnostic(std::optional<std::filesystem::path> module, std::string card)
     : module_(std::move(module)),
       card_(std::move(card)),
       step_(waitingForOthers),
@@ -15,13 +15,13 @@ DiagnosticRun::DiagnosticRun(std::optional<std::filesystem::path> module, std::s
 {
 }
 
-std::string DiagnosticRun::step() const
+std::string BackgroundDiagnostic::step() const
 {
     std::scoped_lock const lock(mutex_);
     return step_;
 }
 
-SupervisedDiagnosis DiagnosticRun::take()
+SupervisedDiagnosis BackgroundDiagnostic::take()
 {
     thread_.join();
     if (failure_)
@@ -29,7 +29,7 @@ SupervisedDiagnosis DiagnosticRun::take()
     return std::move(*result_);
 }
 
-void DiagnosticRun::run(std::stop_token const& stop)
+void BackgroundDiagnostic::run(std::stop_token const& stop)
 {
     try {
         result_ = measure(stop);
@@ -39,7 +39,7 @@ void DiagnosticRun::run(std::stop_token const& stop)
     done_ = true;
 }
 
-SupervisedDiagnosis DiagnosticRun::measure(std::stop_token const& stop)
+SupervisedDiagnosis BackgroundDiagnostic::measure(std::stop_token const& stop)
 {
     DiagnosticOptions options;
     options.module = module_;
@@ -51,7 +51,7 @@ SupervisedDiagnosis DiagnosticRun::measure(std::stop_token const& stop)
                                {[this](std::string const& step) { say(step); }, [](std::string_view) {}});
 }
 
-void DiagnosticRun::say(std::string step)
+void BackgroundDiagnostic::say(std::string step)
 {
     std::scoped_lock const lock(mutex_);
     step_ = std::move(step);

@@ -1,4 +1,4 @@
-#include "Viewer/Window/FrameTimes.h"
+#include "Viewer/Window/RecentFrames.h"
 
 #include <gtest/gtest.h>
 
@@ -7,10 +7,10 @@ namespace {
 
 using std::chrono::milliseconds;
 
-TEST(FrameTimes, CountsTheLastSecond)
+TEST(RecentFrames, CountsTheLastSecond)
 {
-    FrameTimes times;
-    FrameTimes::Time now{std::chrono::hours(1)};
+    RecentFrames times;
+    RecentFrames::Time now{std::chrono::hours(1)};
     EXPECT_EQ(times.lastSecond(now), 0U);
     for (int i = 0; i < 50; ++i)
         times.add(now += milliseconds(100), milliseconds(3));
@@ -19,10 +19,10 @@ TEST(FrameTimes, CountsTheLastSecond)
     EXPECT_EQ(times.lastSecond(now + milliseconds(2000)), 0U);
 }
 
-TEST(FrameTimes, KeepsTheNewestInOrder)
+TEST(RecentFrames, KeepsTheNewestInOrder)
 {
-    FrameTimes times;
-    FrameTimes::Time const now{std::chrono::hours(1)};
+    RecentFrames times;
+    RecentFrames::Time const now{std::chrono::hours(1)};
     EXPECT_EQ(times.latest(), 0.0F);
     constexpr int count = 130;
     for (int i = 1; i <= count; ++i)

@@ -1,4 +1,4 @@
-#include "Viewer/Window/DiagnosticRun.h"
+#include "Viewer/Window/BackgroundDiagnostic.h"
 
 #include "Tests/Unit/Utilities/TemporaryFolder.h"
 #include "Viewer/Diagnosis/DiagnosticGate.h"
@@ -32,7 +32,7 @@ protected:
     }
     ~LockedOut() override { ::unsetenv("XDG_CONFIG_HOME"); }
 
-    static bool isDoneSoon(DiagnosticRun const& run)
+    static bool isDoneSoon(BackgroundDiagnostic const& run)
     {
         auto const deadline = std::chrono::steady_clock::now() + 20s;
         while (!run.isDone() && std::chrono::steady_clock::now() < deadline)
@@ -47,7 +47,7 @@ protected:
 
 TEST_F(LockedOut, RunWaitsAndCanBeStopped)
 {
-    DiagnosticRun run(std::nullopt, "card");
+    BackgroundDiagnostic run(std::nullopt, "card");
     std::this_thread::sleep_for(100ms);
     EXPECT_FALSE(run.isDone());
     EXPECT_EQ(run.step(), waitingForOthers);
@@ -61,7 +61,7 @@ TEST_F(LockedOut, RunThatGoesIsStopped)
 {
     auto const start = std::chrono::steady_clock::now();
     {
-        DiagnosticRun const run(std::nullopt, "card");
+        BackgroundDiagnostic const run(std::nullopt, "card");
     }
     EXPECT_LT(std::chrono::steady_clock::now() - start, DiagnosticOptions::usualTimeLimit / 2);
 }
@@ -69,7 +69,7 @@ TEST_F(LockedOut, RunThatGoesIsStopped)
 TEST_F(LockedOut, RunHoldsBackSignalsForTheMainThread)
 {
     {
-        DiagnosticRun const run(std::nullopt, "card");
+        BackgroundDiagnostic const run(std::nullopt, "card");
         for (int const signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT})
             EXPECT_TRUE(isBlocked(signal));
     }

@@ -8,7 +8,7 @@
 namespace sgview {
 
 /// How long the last frames took to draw, and how many there were in the last second.
-class FrameTimes {
+class RecentFrames {
 public:
     using Time = std::chrono::steady_clock::time_point;
 

@@ -17,9 +17,9 @@ namespace sgview {
 /// and waits: no process is left then, and no journal of a run that went well so far. Lives on the main
 /// thread, where it holds back the signals that end programs; one that comes ends the run, and takes effect
 /// when this goes.
-class DiagnosticRun {
+class BackgroundDiagnostic {
 public:
-    DiagnosticRun(std::optional<std::filesystem::path> module, std::string card);
+    BackgroundDiagnostic(std::optional<std::filesystem::path> module, std::string card);
 
     [[nodiscard]] bool isDone() const { return done_; }
 
