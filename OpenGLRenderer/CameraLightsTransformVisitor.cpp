@@ -122,14 +122,16 @@ void CameraLightsTransformVisitor::enter(SGRootNode*)
 {
     glMatrixMode(GL_TEXTURE);
     glLoadIdentity();
-    projectionStack.emplace_back();
-    modelViewStack.emplace_back();
+    // A frame that ended in an exception has left its own.
+    projectionStack.assign(1, Matrix());
+    modelViewStack.assign(1, Matrix());
+    viewportStack.clear();
     projectionDirty = true;
     modelViewDirty = true;
     setStackMatrices();
     glDisable(GL_LIGHTING);
-    lightingStack.push_back(false);
-    zStateStack.push_back({true, true});
+    lightingStack.assign(1, false);
+    zStateStack.assign(1, {true, true});
     projectionDirty = true;
     modelViewDirty = true;
 }

@@ -21,6 +21,6 @@ void ManualClearVisitor::enter(SGRootNode* node)
 
 void ManualUnClearVisitor::enter(SGRootNode* node)
 {
-    if (node->clearColor)
+    if (node->clearColor && node->getFirstChild())
         node->getFirstChild()->deparent();
 }

@@ -103,6 +103,14 @@ TEST_F(CameraLightsTransform, ReturnsToTheOuterCamera)
               matrixLoad("GL_PROJECTION", projection) + matrixLoad("GL_MODELVIEW", view));
 }
 
+TEST_F(CameraLightsTransform, ForgetsTheCameraOfAFrameThatEndedInsideIt)
+{
+    enterRootAndCamera();
+    static_cast<void>(entering(pass, root));
+    EXPECT_EQ(entering(pass, camera), Calls{"glViewport(10, 20, 640, 480)"});
+    EXPECT_EQ(leaving(pass, camera), Calls());
+}
+
 TEST_F(CameraLightsTransform, MultipliesATransformFromTheRight)
 {
     SGTransformNode outer(nullptr);
@@ -293,6 +301,25 @@ TEST_F(CameraLightsTransform, HangsTheModelViewOnSkinnedSurfacesWhileInsideThem)
     EXPECT_EQ(surface->privateGetExtraData("GLViewMatrix"), record);
     surface->acceptLeave(&pass);
     EXPECT_FALSE(surface->hasExtraData());
+}
+
+TEST_F(CameraLightsTransform, LeavesARecordThatAnotherHoldsAsItIs)
+{
+    auto const surface = triangle();
+    surface->setBoneWeights(sharedWeights({}));
+    surface->setBoneTransforms(sharedPose({}));
+    enterRootAndCamera();
+    surface->acceptEnter(&pass);
+    auto const held = getExtraData<ViewMatrixData>(*surface, ExtraDataKeys::viewMatrix);
+    surface->acceptLeave(&pass);
+
+    SGTransformNode transform(nullptr);
+    transform.transform = Transform(Matrix3(), {0.0, 0.0, 2.0}, 3.0);
+    transform.acceptEnter(&pass);
+    surface->acceptEnter(&pass);
+    EXPECT_EQ(held->matrix, view);
+    EXPECT_NE(getExtraData<ViewMatrixData>(*surface, ExtraDataKeys::viewMatrix), held);
+    surface->acceptLeave(&pass);
 }
 
 TEST_F(CameraLightsTransform, HangsNothingOnSurfacesWithHalfASkin)

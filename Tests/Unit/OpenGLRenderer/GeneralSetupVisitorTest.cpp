@@ -123,6 +123,7 @@ TEST_F(ManualClear, PutsAQuadOfTheClearColourBeforeTheScene)
                                                     Vector3(2.0, 2.0, 0.0), Vector3(2.0, -2.0, 0.0)));
     EXPECT_TRUE(quad->material.ambdiff);
     EXPECT_EQ(quad->material.ambient, root->color);
+    EXPECT_EQ(quad->material.diffuse, root->color);
 }
 
 TEST_F(ManualClear, TakesTheQuadOutAgain)
@@ -133,6 +134,13 @@ TEST_F(ManualClear, TakesTheQuadOutAgain)
     EXPECT_EQ(root->getFirstChild(), scene.get());
     EXPECT_EQ(scene->getNextSibling(), nullptr);
     EXPECT_EQ(inserted->referenceCount(), 1);
+}
+
+TEST_F(ManualClear, TakesNothingOutOfAnEmptyRoot)
+{
+    scene->deparent();
+    root->acceptEnter(&unclear);
+    EXPECT_EQ(root->getFirstChild(), nullptr);
 }
 
 TEST_F(ManualClear, DoesNothingWhereTheColourIsNotCleared)
