@@ -100,6 +100,6 @@ void ConverterToFloats::addTo(smart_ptr<SharedBoneWeights> const& shared)
             indices->values[influencesPerVertex * vertex + slot] = static_cast<float>(influences[slot].bone);
         }
     }
-    shared->setExtraData(ExtraDataKeys::floatsWeights, weights);
     shared->setExtraData(ExtraDataKeys::floatsIndices, indices);
+    shared->setExtraData(ExtraDataKeys::floatsWeights, weights); // last: what has them has both
 }

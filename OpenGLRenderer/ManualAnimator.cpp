@@ -42,17 +42,18 @@ smart_ptr<SurfaceGeometryData const> skinned(SGSurfaceGeometryReferenceNode cons
     return result;
 }
 
-void swapIn(SGSurfaceGeometryReferenceNode& node, smart_ptr<UnanimatedData> rest,
+void swapIn(SGSurfaceGeometryReferenceNode& node, smart_ptr<UnanimatedData> const& rest,
             smart_ptr<SharedGeometry> geometry, smart_ptr<SharedSurfaceGeometry> normals)
 {
     rest->geometry = node.getGeometry();
     rest->normals = node.getNormals();
+    // All that may run out of memory comes before the swap.
+    node.setExtraData(ExtraDataKeys::unanimatedData, rest);
     rest->setParked(true);
-    node.setGeometry(std::move(geometry));
-    node.setNormals(std::move(normals));
-    node.setExtraData(ExtraDataKeys::unanimatedData, std::move(rest));
     if (!findExtraData<NoVBOTag>(node, ExtraDataKeys::noVBO))
         node.setExtraData(ExtraDataKeys::noVBO, make_smart<NoVBOTag>());
+    node.setGeometry(std::move(geometry));
+    node.setNormals(std::move(normals));
 }
 
 /// What the animator does in a frame, where the arrays that OpenGL takes are all that is asked of the

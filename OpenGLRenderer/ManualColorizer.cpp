@@ -13,6 +13,18 @@ unsigned char byteOf(float component)
     return static_cast<unsigned char>(scaledComponent(component));
 }
 
+/// The node's record; made where there is none, or where what is there is none.
+UncolorizedTextureData& uncolorizedOf(SGGeometryNode& node)
+{
+    auto* uncolorized = findExtraData<UncolorizedTextureData>(node, ExtraDataKeys::uncolorizedTextureData);
+    if (!uncolorized) {
+        auto made = make_smart<UncolorizedTextureData>();
+        uncolorized = made.get();
+        node.setExtraData(ExtraDataKeys::uncolorizedTextureData, std::move(made));
+    }
+    return *uncolorized;
+}
+
 smart_ptr<SharedImage> tintedCopy(ColorizedTextureInfo const& info)
 {
     smart_ptr<Image_base> const& source = info.texture->get();
@@ -44,25 +56,22 @@ void ManualColorizer::leave(SGRootNode*)
 
 void ManualColorizer::enter(SGGeometryNode* node)
 {
-    smart_ptr<UncolorizedTextureData> uncolorized;
     std::int32_t index = 0;
     for (SGTextureLayer& layer : node->textureLayers) {
         if (layer.colorize) {
             smart_ptr<SharedImage> const copy = tinted({layer.texture, layer.secondColor, layer.firstColor});
-            if (!uncolorized)
-                uncolorized = make_smart<UncolorizedTextureData>();
-            uncolorized->textures[index] = layer.texture;
+            uncolorizedOf(*node).textures[index] = layer.texture; // may run out of memory: before the swap
             layer.texture = copy;
             layer.colorize = false;
         }
         ++index;
     }
-    if (uncolorized)
-        node->setExtraData(ExtraDataKeys::uncolorizedTextureData, uncolorized);
 }
 
 smart_ptr<SharedImage> ManualColorizer::tinted(ColorizedTextureInfo const& info)
 {
+    if (info != info) // a component is no number: never found again
+        return tintedCopy(info);
     if (database->contains(info))
         return database->get(info);
     smart_ptr<SharedImage> copy = tintedCopy(info);

@@ -68,9 +68,10 @@ void ManualTriangleFlipper::enter(SGSurfaceGeometryReferenceNode* node)
 {
     if (!flipped || (skipAnimated_ && node->getBoneTransforms()))
         return;
-    smart_ptr<SharedSurfaceGeometry> const unflipped = node->getFacets();
-    node->setFacets(flippedCopy(unflipped->get()));
-    node->setExtraData(ExtraDataKeys::unflippedTriangleData, make_smart<UnflippedData>(unflipped));
+    smart_ptr<SharedSurfaceGeometry> flippedFacets = flippedCopy(node->getFacets()->get());
+    // May run out of memory: before the swap.
+    node->setExtraData(ExtraDataKeys::unflippedTriangleData, make_smart<UnflippedData>(node->getFacets()));
+    node->setFacets(std::move(flippedFacets));
 }
 
 smart_ptr<SharedSurfaceGeometry>

@@ -31,6 +31,13 @@ void PassRunner::run(SGNodeVisitor& pass)
         upToDate_ = false;
 }
 
+void PassRunner::putBack()
+{
+    for (smart_ptr<SGNodeVisitor> const& pass : strategy_)
+        if (SurveyedPass* const surveyed = surveyedPassIn(*pass); surveyed && surveyed->isUndo())
+            undo(*surveyed, *pass);
+}
+
 void PassRunner::carryOut(SurveyedPass& surveyed)
 {
     if (!upToDate_ || !survey_.isOfTheSameTree())

@@ -20,6 +20,9 @@ public:
 
     void run(SGNodeVisitor& pass);
 
+    /// Puts back what passes have taken from the scene, where the frame does not come to its end.
+    void putBack();
+
 private:
     void carryOut(SurveyedPass& surveyed);
     void undo(SurveyedPass& surveyed, SGNodeVisitor& pass);

@@ -100,6 +100,16 @@ void GLRenderer::render(smart_ptr<SGRootNode> root)
     if (strategy.empty())
         strategy = Strategist::computeStrategy(Capabilities());
     PassRunner runner(*root, strategy, survey);
+    try {
+        runStrategy(runner);
+    } catch (...) {
+        runner.putBack();
+        throw;
+    }
+}
+
+void GLRenderer::runStrategy(PassRunner& runner)
+{
     // A pass may replace the list: its size is asked each time, and the visitor kept.
     for (std::size_t i = 0; i < strategy.size(); ++i) {
         smart_ptr<SGNodeVisitor> const visitor = strategy[i];

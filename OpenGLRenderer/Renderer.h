@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+class PassRunner;
+
 /// Draws a scene graph with OpenGL: shows the root to every pass of its strategy, in order, once a frame.
 ///
 /// Every operation needs the context current that the renderer was made in. OpenGL's failures are logged and
@@ -43,6 +45,8 @@ public:
     static smart_ptr<GLRenderer> renderer;
 
 private:
+    void runStrategy(PassRunner& runner);
+
     int maxTextureUnits = 0;
     SceneSurvey survey; ///< its memory is kept from frame to frame
 };

@@ -15,16 +15,15 @@ namespace {
 
 smart_ptr<TextureUploadData> upload(Image_base const& image)
 {
-    GLuint name = 0;
-    glGenTextures(1, &name);
-    glBindTexture(GL_TEXTURE_2D, name);
+    auto texture = make_smart<TextureUploadData>();
+    glBindTexture(GL_TEXTURE_2D, texture->name());
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_NEAREST);
     GLenum const format = image.getFormat() == Image_base::RGBA ? GL_RGBA : GL_RGB;
     gluBuild2DMipmaps(GL_TEXTURE_2D, image.getNumComponents(), image.getWidth(), image.getHeight(), format,
                       GL_UNSIGNED_BYTE, image.getData());
     GLRenderer::logError("Failed to upload texture:");
-    return make_smart<TextureUploadData>(name);
+    return texture;
 }
 
 bool hasTexture(SharedImage const& shared)

@@ -7,6 +7,8 @@
 #include "OpenGLRenderer/SkinningKernels.h"
 #include "OpenGLRenderer/SkinningPlans.h"
 
+#include <utility>
+
 namespace {
 
 /// Where to write the three numbers of each vertex; the wrapper keeps the array.
@@ -46,8 +48,9 @@ void SkinnedSurface::renew()
 {
     // The float arrays stand for it: nothing else of it is drawn.
     auto const data = make_smart<SurfaceGeometryData>();
-    deformedGeometry_ = make_smart<SharedGeometry>(data);
+    auto positions = make_smart<SharedGeometry>(data);
     deformedNormals_ = make_smart<SharedSurfaceGeometry>(data);
+    deformedGeometry_ = std::move(positions); // last: where it is, both are
 }
 
 void SkinnedSurface::fill(SGSurfaceGeometryReferenceNode const& node)

@@ -8,24 +8,27 @@ namespace {
 // A combination that is drawn no more need not be kept for as long as its weights.
 constexpr std::size_t mostPlans = 8;
 
-std::array<void const*, 5> addressesOf(SGSurfaceGeometryReferenceNode const& node)
-{
-    SharedGeometry const& geometry = *node.getGeometry();
-    SharedSurfaceGeometry const& normals = *node.getNormals();
-    return {node.getBoneWeights()->get().get(), &geometry, geometry.get().get(), &normals,
-            normals.get().get()};
-}
-
 } // namespace
 
 SkinningPlans::Source::Source(SGSurfaceGeometryReferenceNode const& node)
-    : geometry(node.getGeometry()), normals(node.getNormals()), addresses(addressesOf(node))
+    : geometry(node.getGeometry()),
+      normals(node.getNormals()),
+      vertexData(node.getGeometry()->get()),
+      normalData(node.getNormals()->get()),
+      weights(node.getBoneWeights()->get())
 {
 }
 
 bool SkinningPlans::Source::isOf(SGSurfaceGeometryReferenceNode const& node) const
 {
-    return !isGone() && addresses == addressesOf(node);
+    return vertexData == node.getGeometry()->get() && normalData == node.getNormals()->get() &&
+           weights == node.getBoneWeights()->get();
+}
+
+bool SkinningPlans::Source::isInUse() const
+{
+    return !geometry.expired() && geometry.lock()->get() == vertexData && !normals.expired() &&
+           normals.lock()->get() == normalData;
 }
 
 SkinningPlan const& SkinningPlans::of(SGSurfaceGeometryReferenceNode const& node)
@@ -45,9 +48,8 @@ SkinningPlan const& SkinningPlans::planOf(SGSurfaceGeometryReferenceNode const& 
     for (Entry const& entry : entries_)
         if (entry.source.isOf(node))
             return *entry.plan;
-    // A wrapper that holds other data than it did has no use for the plan of the old.
     std::erase_if(entries_, [&](Entry const& entry) {
-        return entry.source.isGone() || entry.source.addresses[0] != node.getBoneWeights()->get().get();
+        return !entry.source.isInUse() || entry.source.weights != node.getBoneWeights()->get();
     });
     if (entries_.size() == mostPlans)
         entries_.erase(entries_.begin());

@@ -4,7 +4,6 @@
 #include "SceneGraph/SGExtraData.h"
 #include "SceneGraph/SGSurfaceGeometryReferenceNode.h"
 
-#include <array>
 #include <memory>
 #include <vector>
 
@@ -16,19 +15,22 @@ public:
     [[nodiscard]] static SkinningPlan const& of(SGSurfaceGeometryReferenceNode const& node);
 
 private:
-    /// What a plan was made of. The wrappers are told by their addresses for as long as they live. New data
-    /// comes in a new wrapper; the addresses of the data tell apart those who put it into the old one all the
-    /// same.
+    /// What a plan was made of. New data comes in new wrappers, or in the old ones all the same: it is held,
+    /// so that no other can take its place in memory.
     struct Source {
         explicit Source(SGSurfaceGeometryReferenceNode const& node);
 
-        /// Whether a plan made of this is the node's; false too once a wrapper is gone.
+        /// Whether a plan made of this is the node's.
         [[nodiscard]] bool isOf(SGSurfaceGeometryReferenceNode const& node) const;
-        [[nodiscard]] bool isGone() const { return geometry.expired() || normals.expired(); }
+
+        /// Whether the wrappers of the geometry and the normals are there, and still hold this.
+        [[nodiscard]] bool isInUse() const;
 
         weak_ptr<SharedGeometry> geometry;
         weak_ptr<SharedSurfaceGeometry> normals;
-        std::array<void const*, 5> addresses;
+        smart_ptr<GeometryData const> vertexData;
+        smart_ptr<SurfaceGeometryData const> normalData;
+        smart_ptr<BoneWeightsData const> weights;
     };
 
     struct Entry {

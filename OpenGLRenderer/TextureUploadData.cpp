@@ -2,6 +2,11 @@
 
 #include "SceneGraph/SGRendererManager.h"
 
+TextureUploadData::TextureUploadData()
+{
+    glGenTextures(1, &name_);
+}
+
 TextureUploadData::~TextureUploadData()
 {
     if (!SGRendererManager::shutdown)

@@ -4,13 +4,13 @@
 
 #include <epoxy/gl.h>
 
-/// Owns the texture made from a shared image, on which it hangs.
+/// Owns a texture, made with it, that holds the picture of the shared image on which it hangs.
 ///
 /// Deletes the texture at its end, so it must go while the context is current, or while
 /// SGRendererManager::shutdown is set: then no call is made.
 class TextureUploadData : public SGExtraData {
 public:
-    explicit TextureUploadData(GLuint name) : name_(name) {}
+    TextureUploadData();
     TextureUploadData(TextureUploadData const&) = delete;
     TextureUploadData& operator=(TextureUploadData const&) = delete;
     ~TextureUploadData() override;
@@ -18,5 +18,5 @@ public:
     [[nodiscard]] GLuint name() const { return name_; }
 
 private:
-    GLuint name_;
+    GLuint name_ = 0;
 };

@@ -7,6 +7,7 @@
 #include "SceneGraph/SGSurfaceGeometryReferenceNode.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace {
 
@@ -40,9 +41,9 @@ bool isBuffered(SGSurfaceGeometryReferenceNode const& node, Buffers const& buffe
 bool hasEmptyArray(SGSurfaceGeometryReferenceNode const& node)
 {
     return node.getGeometry()->get()->vertices.empty() || node.getNormals()->get()->normals.empty() ||
-           std::ranges::any_of(node.textureLayers, [](SGTextureLayer const& layer) {
-               return layer.coordinates->get()->coordinates.empty();
-           });
+           std::ranges::any_of(
+               node.textureLayers | std::views::take(drawnLayerCount(node)),
+               [](SGTextureLayer const& layer) { return layer.coordinates->get()->coordinates.empty(); });
 }
 
 void bindArray(GLuint buffer)

@@ -16,7 +16,7 @@ constexpr GLsizei infoLogSize = 39998;
 
 void logInfo(char const* title, GLhandleARB object)
 {
-    std::vector<GLcharARB> info(infoLogSize);
+    std::vector<GLcharARB> info(infoLogSize + 1); // ends even where the driver fills it all
     glGetInfoLogARB(object, infoLogSize, nullptr, info.data());
     static LogChannel const channel("opengl");
     channel.write(title, info.data());

@@ -44,10 +44,12 @@ public:
     virtual void runDiagnostic() {}
 
     /// Is shown every picture that the diagnostic reads back, in RGBA: 512 rows of 512 pixels, the bottom row
-    /// first. What the picture is for, the log's lines around it tell. Must not draw.
+    /// first. What the picture is for, the log's lines around it tell. Must neither draw nor change what is
+    /// drawn.
     std::function<void(std::span<unsigned char const>)> diagnosticImageSink;
 
     /// Is told after each pass of a frame which pass it was and how long it took. While it is set, every pass
-    /// is waited for until the card has done with it, so that each bears its own cost. Must not draw.
+    /// is waited for until the card has done with it, so that each bears its own cost. Must neither draw nor
+    /// change the scene.
     std::function<void(std::string_view pass, std::chrono::nanoseconds time)> passTimeSink;
 };

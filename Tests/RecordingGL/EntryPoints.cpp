@@ -13,7 +13,7 @@
     {                                                                                                        \
         RecordingGL::current().record(#name, {__VA_ARGS__});                                                 \
     }                                                                                                        \
-    decltype(epoxy_##name) epoxy_##name = standIn_##name;
+    decltype(epoxy_##name) epoxy_##name = StandIn<&standIn_##name>::call;
 #include "Tests/RecordingGL/GLCalls.def"
 #undef SG_GL_CALL
 

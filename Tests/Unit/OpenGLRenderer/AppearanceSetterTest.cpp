@@ -57,7 +57,12 @@ Calls const textureOff{"glDisable(GL_TEXTURE_2D)"};
 
 class Appearance : public RendererTest {
 protected:
-    Appearance() { paint(quad); }
+    Appearance()
+    {
+        paint(quad);
+        std::array<GLuint, 10> taken{};
+        glGenTextures(taken.size(), taken.data());
+    }
 
     /// A layer whose image has a texture of the next name, from 11.
     SGTextureLayer& addLayer(SGGeometryNode& node)
@@ -65,11 +70,10 @@ protected:
         SGTextureLayer layer;
         layer.texture = sharedImage();
         layer.color = {0.5F, 0.0F, 1.0F, 1.0F};
-        layer.texture->setExtraData(ExtraDataKeys::texture, make_smart<TextureUploadData>(++lastTexture));
+        layer.texture->setExtraData(ExtraDataKeys::texture, make_smart<TextureUploadData>());
         return node.textureLayers.emplace_back(layer);
     }
 
-    GLuint lastTexture = 10;
     SGQuadNode quad{nullptr};
     AppearanceSetter pass;
 };

@@ -2,16 +2,21 @@
 
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 namespace {
 
 std::size_t counted = 0;
 std::size_t countedBytes = 0;
+std::size_t untilFailure = 0; ///< 0 where none is to fail
+bool (*isSparedNow)() = nullptr;
 
 void* allocate(std::size_t size) noexcept
 {
     ++counted;
     countedBytes += size;
+    if (untilFailure != 0 && !isSparedNow() && --untilFailure == 0)
+        return nullptr;
     return std::malloc(size == 0 ? 1 : size);
 }
 
@@ -25,6 +30,17 @@ std::size_t CountedAllocations::count()
 std::size_t CountedAllocations::bytes()
 {
     return countedBytes;
+}
+
+void CountedAllocations::fail(std::size_t n, bool (*isSpared)())
+{
+    untilFailure = n;
+    isSparedNow = isSpared;
+}
+
+bool CountedAllocations::stopFailing()
+{
+    return std::exchange(untilFailure, 0) != 0;
 }
 
 void* operator new(std::size_t size)

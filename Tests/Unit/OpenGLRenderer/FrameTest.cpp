@@ -274,25 +274,17 @@ TEST_F(Frame, LetsAVersionThatIsNoNumberThrow)
     EXPECT_EQ(gl.count("glEnable"), 1);
 }
 
-TEST_F(Frame, RestoresTintedLayersWithTheNextFrameAfterOneThatThrew)
+TEST_F(Frame, PutsAllBackBeforeItThrows)
 {
     SurfaceReferences const before(*surface);
     gl.setString(GL_VERSION, "OpenGL 1.5");
-    EXPECT_THROW(static_cast<void>(render()), boost::bad_lexical_cast);
-    EXPECT_NE(surface->textureLayers[0].texture, before.texture);
-    gl.setString(GL_VERSION, "1.5");
-    static_cast<void>(render());
-    EXPECT_EQ(surface->textureLayers[0].texture, before.texture);
-    EXPECT_EQ(surface->textureLayers[0].colorize, before.colorize);
-}
-
-TEST_F(Frame, PutsAllBackWithTheNextFrameAfterSomeThatThrew)
-{
-    SurfaceReferences const before(*surface);
-    gl.setString(GL_VERSION, "OpenGL 1.5");
-    for (int frame = 0; frame < 2; ++frame)
+    for (int frame = 0; frame < 2; ++frame) {
         EXPECT_THROW(static_cast<void>(render()), boost::bad_lexical_cast);
-    EXPECT_NE(surface->getFacets(), before.facets);
+        EXPECT_EQ(SurfaceReferences(*surface), before);
+        EXPECT_FALSE(surface->privateGetExtraData("GLUnanimatedData"));
+        EXPECT_FALSE(surface->privateGetExtraData("GLUnflippedTriangleData"));
+        EXPECT_FALSE(surface->privateGetExtraData("GLUncolorizedTextureData"));
+    }
     gl.setString(GL_VERSION, "1.5");
     static_cast<void>(render());
     EXPECT_EQ(SurfaceReferences(*surface), before);

@@ -229,6 +229,18 @@ TEST_F(Colorizing, TintsALayerVisitedTwiceOnce)
     EXPECT_EQ(quad.textureLayers[0].texture, image);
 }
 
+TEST_F(Colorizing, KeepsNoCopyOfAColourThatIsNoNumber)
+{
+    addLayer(quad, image).firstColor.r = std::numeric_limits<float>::quiet_NaN();
+    for (int frame = 0; frame < 3; ++frame) {
+        colorize({&quad});
+        EXPECT_NE(quad.textureLayers[0].texture, image);
+        weak_ptr<SharedImage> const tinted(quad.textureLayers[0].texture);
+        undo({&quad});
+        EXPECT_TRUE(tinted.expired());
+    }
+}
+
 TEST_F(Colorizing, KeepsACopyAcrossFramesWhileItIsUsed)
 {
     addLayer(quad, image);

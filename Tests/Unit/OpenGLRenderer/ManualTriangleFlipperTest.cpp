@@ -122,11 +122,15 @@ TEST_F(Flipping, SwapsTheFirstTwoOfEveryTriangleAndNothingElse)
 TEST_F(Flipping, StaysInsideAListThatIsNotInThrees)
 {
     auto const surface = triangle(scaled(root, -1.0));
-    for (std::vector<std::int32_t> const& facets :
-         {std::vector<std::int32_t>{}, {5}, {5, 6}, {0, 1, 2, 3}, {0, 1, 2, 3, 4}}) {
+    using List = std::vector<std::int32_t>;
+    for (auto const& [facets, flipped] : {std::pair<List, List>{{}, {}},
+                                          {{5}, {5}},
+                                          {{5, 6}, {6, 5}},
+                                          {{0, 1, 2, 3}, {1, 0, 2, 3}},
+                                          {{0, 1, 2, 3, 4}, {1, 0, 2, 4, 3}}}) {
         surface->setFacets(sharedFacets(facets));
         walk();
-        EXPECT_EQ(surface->getFacets()->get()->facets.size(), facets.size());
+        EXPECT_EQ(surface->getFacets()->get()->facets, flipped);
         undo();
     }
 }

@@ -80,13 +80,33 @@ TEST_F(CachingPlans, MakesAnotherForOtherDataInTheSameWrappers)
     EXPECT_EQ(firstVertex(), Vector3(12.0, 0.0, 0.0));
 }
 
-TEST_F(CachingPlans, IsNotTakenInByANewWrapperInTheOldOnesPlace)
+TEST_F(CachingPlans, IsNotTakenInByNewDataInTheOldsPlace)
 {
     for (double x = 1.0; x < 50.0; ++x) {
         surface->setGeometry(nullptr); // the next may get the same address
         surface->setGeometry(sharedGeometry({{x, 0.0, 0.0}, {}, {}}));
         EXPECT_EQ(firstVertex(), Vector3(1.0 + x, 0.0, 0.0));
     }
+    for (double x = 1.0; x < 50.0; ++x) {
+        surface->getGeometry()->edit() = nullptr;
+        surface->getGeometry()->edit() = sharedGeometry({{x, 0.0, 0.0}, {}, {}})->get();
+        EXPECT_EQ(firstVertex(), Vector3(1.0 + x, 0.0, 0.0));
+    }
+    for (double weight = 1.0; weight < 50.0; ++weight) {
+        surface->getBoneWeights()->edit() = nullptr;
+        surface->getBoneWeights()->edit() = sharedWeights({{{0, weight}}, {}, {}})->get();
+        EXPECT_EQ(firstVertex(), Vector3(50.0 * weight, 0.0, 0.0));
+    }
+}
+
+TEST_F(CachingPlans, HoldsTheOldDataOfAWrapperNoLongerThanUntilTheNext)
+{
+    auto const old = surface->getGeometry()->get();
+    static_cast<void>(plan());
+    EXPECT_EQ(old->referenceCount(), 3);
+    surface->getGeometry()->edit() = sharedGeometry({{5.0, 0.0, 0.0}, {}, {}})->get();
+    static_cast<void>(plan());
+    EXPECT_EQ(old->referenceCount(), 1);
 }
 
 TEST_F(CachingPlans, KeepsSeveralAtATime)

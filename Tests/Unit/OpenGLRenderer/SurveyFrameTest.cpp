@@ -58,6 +58,11 @@ public:
             plain->setBoneWeights(skinned->getBoneWeights());
             plain->setBoneTransforms(skinned->getBoneTransforms());
             break;
+        case 6:
+            tinted->setNormals(sharedNormals(std::vector<UVector3>(3, UVector3(Vector3{0.0, 1.0, 0.0}))));
+            curve->textureLayers.push_back(layerOf(sharedImage()));
+            added->textureLayers.push_back(curve->textureLayers[0]);
+            break;
         case 7:
             skinned->setBoneTransforms(nullptr);
             added->setFacets(sharedFacets({2, 1, 0}));

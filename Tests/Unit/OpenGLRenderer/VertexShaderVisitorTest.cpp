@@ -102,6 +102,16 @@ TEST_F(VertexShader, MakesItWithoutAWordWhereTheChannelIsOff)
     EXPECT_EQ(log.text(), "");
 }
 
+TEST_F(VertexShader, EndsAnInfoThatTheDriverDoesNotEnd)
+{
+    epoxy_glGetInfoLogARB = [](GLhandleARB, GLsizei size, GLsizei*, GLcharARB* info) {
+        std::fill_n(info, size, 'x');
+    };
+    pass.enter(root.get());
+    EXPECT_THAT(log.text(),
+                testing::StartsWith("opengl: Compiled shader: " + std::string(39998, 'x') + "\nopengl: "));
+}
+
 TEST_F(VertexShader, LogsAsMuchOfTheInfoAsThereIsRoomFor)
 {
     gl.setInfoLog(std::string(50000, 'x'));
