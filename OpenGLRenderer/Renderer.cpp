@@ -113,8 +113,8 @@ void GLRenderer::runStrategy(PassRunner& runner)
     // A pass may replace the list: its size is asked each time, and the visitor kept.
     for (std::size_t i = 0; i < strategy.size(); ++i) {
         smart_ptr<SGNodeVisitor> const visitor = strategy[i];
-        if (passTimeSink)
-            passTimeSink(passName(*visitor), timeOf(*visitor, runner));
+        if (auto const sink = passTimeSink) // a copy: it may take itself away
+            sink(passName(*visitor), timeOf(*visitor, runner));
         else
             runner.run(*visitor);
     }

@@ -127,10 +127,13 @@ TEST(ConverterToFloats, DoesNotSeeLaterChanges)
 TEST(ConverterToFloats, OverwritesARecordOfAnotherType)
 {
     auto const node = triangle();
+    node->setBoneWeights(sharedWeights({{{0, 1.0}}, {}, {}}));
     node->getGeometry()->setExtraData("GLfloats", make_smart<NoVBOTag>());
-    ConverterToFloats pass(false);
+    node->getBoneWeights()->setExtraData("GLfloatsWeights", make_smart<NoVBOTag>());
+    ConverterToFloats pass(true);
     show(pass, *node);
     EXPECT_THAT(floats(*node->getGeometry()), testing::SizeIs(9));
+    EXPECT_TRUE(getExtraData<FloatData<float>>(*node->getBoneWeights(), "GLfloatsWeights"));
 }
 
 TEST(ConverterToFloats, ConvertsEmptyGeometryToAnEmptyArray)

@@ -100,6 +100,17 @@ TEST_F(CreatingVBOs, CopiesBonesFirstWhereTheCardSkins)
     EXPECT_EQ(bufferOf(*surface->getBoneWeights(), SGExtraDataKey("GLVBO")), 0U);
 }
 
+TEST_F(CreatingVBOs, OverwritesRecordsOfAnotherType)
+{
+    skin(*surface);
+    for (SGObject* const shared : std::initializer_list<SGObject*>{
+             surface->getGeometry().get(), surface->getNormals().get(), surface->getFacets().get()})
+        shared->setExtraData("GLVBO", make_smart<NoVBOTag>());
+    surface->getBoneWeights()->setExtraData("GLVBOBoneWeights", make_smart<NoVBOTag>());
+    static_cast<void>(create(*surface, true));
+    EXPECT_EQ(gl.buffers().generated, 5);
+}
+
 TEST_F(CreatingVBOs, CopiesNoBonesWhereTheProcessorSkins)
 {
     skin(*surface);

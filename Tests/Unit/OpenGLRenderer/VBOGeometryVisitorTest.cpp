@@ -219,6 +219,16 @@ TEST_F(VBOGeometry, DrawsNothingFromAnEmptyBuffer)
     EXPECT_THAT(gl.draws(), testing::IsEmpty());
 }
 
+TEST_F(VBOGeometry, DrawsWhereALayerBeyondTheUnitsIsEmpty)
+{
+    for (int layer = 0; layer < 3; ++layer)
+        addLayer(*surface);
+    surface->textureLayers[2].coordinates = sharedCoordinates({});
+    prepare(*surface);
+    static_cast<void>(entering(pass, *surface));
+    EXPECT_EQ(gl.draws().size(), 1U);
+}
+
 TEST_F(VBOGeometry, DrawsNoIndicesWhereThereAreNone)
 {
     surface->setFacets(sharedFacets({}));
