@@ -1,6 +1,7 @@
 // For builds with the leak sanitizer: what OpenGL's driver itself leaks is suppressed, by the driver's name.
 // The name is known only while the driver is loaded, so closing it does nothing. Suppressed too is what a
-// window's libraries keep as long as the process lives: fontconfig its configuration, D-Bus its connection.
+// window's libraries keep as long as the process lives: fontconfig its configuration, D-Bus its connection,
+// SDL what it knows of Wayland's screens.
 
 #include <string_view>
 
@@ -31,7 +32,8 @@ extern "C" int dlclose(void* library)
 extern "C" char const* __lsan_default_suppressions();
 extern "C" char const* __lsan_default_suppressions()
 {
-    return "leak:_dri.so\nleak:libvulkan_\nleak:libfontconfig.so\nleak:libdbus-1.so\n";
+    return "leak:_dri.so\nleak:libvulkan_\nleak:libfontconfig.so\nleak:libdbus-1.so\n"
+           "leak:libSDL2\nleak:libwayland-client.so\n";
 }
 
 // Tests look at what sgview says on standard error.
