@@ -204,7 +204,7 @@ TEST_F(Failure, FileThatMayNotBeRead)
 TEST_F(Failure, ImportBeyondItsLimits)
 {
     std::string line = lineFor({"info", creature(), "--memory-limit", "1"});
-    EXPECT_THAT(line, HasSubstr("the importer"));
+    EXPECT_THAT(line, HasSubstr("--memory-limit grants more"));
 }
 
 TEST_F(Failure, OutputsThatCannotBeWritten)

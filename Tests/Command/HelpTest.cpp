@@ -109,7 +109,7 @@ TEST_F(Help, NamesEveryOptionWithUnitAndDefault)
           "--module PATH",
           "--texture-folder DIR",
           "--memory-limit MIB",
-          "default: 1024",
+          "default: 4096",
           "--time-limit SECONDS",
           "default: 10",
           "--version",

@@ -117,7 +117,8 @@ class Corpus:
         self.folder = folder
         self.slowness = slowness
         self.pictures = pictures
-        self.limits = [] if slowness == 1.0 else ["--time-limit", str(round(SECONDS * slowness))]
+        # A sanitized build takes a multiple of the memory that it is granted.
+        self.limits = [] if slowness == 1.0 else ["--time-limit", str(round(SECONDS * slowness)), "--memory-limit", str(MEMORY >> 20)]
 
     def check_manners(self, result):
         if result.status < 0:

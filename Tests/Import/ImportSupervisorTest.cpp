@@ -96,8 +96,8 @@ TEST_F(ImportSupervisorTest, EndsWhatTakesTooLong)
     for (char const* const name : {"hang.bad", "spin.bad", "close.bad"}) {
         auto const start = std::chrono::steady_clock::now();
         EXPECT_EQ(failure(name), ImportFailure::timedOut);
-        EXPECT_EQ(message_, "the importer took longer than 1 s");
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3)) << name;
+        EXPECT_EQ(message_, "the importer took longer than 1 s; --time-limit grants more");
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << name;
     }
 }
 
@@ -116,7 +116,7 @@ TEST_F(ImportSupervisorTest, EndsWhatIsWantedNoMore)
     } catch (ImportError const& error) {
         EXPECT_EQ(error.failure(), ImportFailure::cancelled);
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
 TEST_F(ImportSupervisorTest, CountsWhatHasCome)
@@ -155,7 +155,46 @@ TEST_F(ImportSupervisorTest, EndsWhatEatsMemory)
 {
     options_.limits.seconds = 30;
     EXPECT_EQ(failure("eat.bad"), ImportFailure::outOfMemory);
-    EXPECT_EQ(message_, "the importer needed more memory than 512 MiB");
+    EXPECT_EQ(message_, "the importer needed more memory than 512 MiB; --memory-limit grants more");
+}
+
+TEST_F(ImportSupervisorTest, KnowsWhereverMemoryRunsOut)
+{
+    if (memoryIsWatched)
+        GTEST_SKIP() << "the address sanitizer ends the importer in its own way";
+    constexpr int side = 300;
+    std::string grid;
+    for (int i = 0; i < side * side; ++i)
+        grid += "v " + std::to_string(i / side) + " " + std::to_string(i % side) + " 0\n";
+    for (int i = 0; i + side + 1 < side * side; ++i)
+        grid += "f " + std::to_string(i + 1) + " " + std::to_string(i + 2) + " " +
+                std::to_string(i + side + 1) + "\n";
+    std::filesystem::path const file = folder_.write("grid.obj", grid);
+    options_.limits.seconds = 30;
+    int imported = 0;
+    int refused = 0;
+    for (std::uint64_t mebibytes = 100; mebibytes < 250; mebibytes += 10) {
+        options_.limits.memory = mebibytes << 20;
+        try {
+            (void)superviseImport(file, options_);
+            ++imported;
+        } catch (ImportError const& error) {
+            ++refused;
+            EXPECT_EQ(error.failure(), ImportFailure::outOfMemory) << mebibytes << ": " << error.what();
+        }
+    }
+    EXPECT_GT(imported, 0);
+    EXPECT_GT(refused, 3);
+}
+
+TEST(ImportLimits, LeaveMostOfALargeMachineAlone)
+{
+    constexpr std::uint64_t gibibyte = std::uint64_t{1} << 30;
+    EXPECT_EQ(usualMemory(64 * gibibyte), 4 * gibibyte);
+    EXPECT_EQ(usualMemory(8 * gibibyte), 2 * gibibyte);
+    EXPECT_EQ(usualMemory(gibibyte / 2), gibibyte) << "or nothing could be read there";
+    EXPECT_EQ(ImportLimits().memory, usualMemory(machineMemory()));
+    EXPECT_GT(machineMemory(), gibibyte / 8);
 }
 
 TEST_F(ImportSupervisorTest, LetsNothingBeWritten)

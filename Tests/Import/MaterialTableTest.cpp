@@ -85,14 +85,34 @@ TEST(MaterialTable, TakesInAColourThatAllVerticesShare)
     ModelSurface mixed = triangle();
     table.dress(mixed, plan, {}, {{1, 0, 0, 1}, {0, 1, 0, 1}, {0, 0, 1, 1}});
     EXPECT_EQ(white.material, mixed.material);
+    ModelSurface faded = triangle();
+    table.dress(faded, plan, {}, {{0.5F, 1, 0, 0.1F}, {0.5F, 1, 0, 0.5F}, {0.5F, 1, 0, 1}});
+    EXPECT_EQ(faded.material, tinted.material);
 
     ModelMaterial const material = table.take()[static_cast<std::size_t>(tinted.material)];
     EXPECT_FLOAT_EQ(material.diffuse[0], 0.4F);
     EXPECT_FLOAT_EQ(material.diffuse[2], 0.0F);
-    EXPECT_FLOAT_EQ(material.diffuse[3], 0.5F);
-    EXPECT_TRUE(material.blending);
+    EXPECT_FLOAT_EQ(material.diffuse[3], 1.0F);
+    EXPECT_FALSE(material.blending);
     EXPECT_EQ(warnings.take(),
               std::vector<std::string>{"'triangle': vertex colours that differ are not drawn"});
+}
+
+TEST(MaterialTable, TakesInAlphaWhereTheMaterialBlends)
+{
+    Warnings warnings;
+    MaterialTable table(warnings);
+    MaterialPlan glass;
+    glass.material.blending = true;
+    std::size_t const plan = table.add(glass);
+    ModelSurface half = triangle();
+    table.dress(half, plan, {}, std::vector<Colour>(3, {1, 1, 1, 0.5F}));
+    ModelSurface unset = triangle();
+    table.dress(unset, plan, {}, std::vector<Colour>(3, {1, 0, 0, 0}));
+    std::vector<ModelMaterial> const materials = table.take();
+    EXPECT_FLOAT_EQ(materials[static_cast<std::size_t>(half.material)].diffuse[3], 0.5F);
+    EXPECT_TRUE(materials[static_cast<std::size_t>(half.material)].blending);
+    EXPECT_EQ(materials[static_cast<std::size_t>(unset.material)].diffuse, glass.material.diffuse);
 }
 
 } // namespace sgview

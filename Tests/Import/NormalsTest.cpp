@@ -87,4 +87,17 @@ TEST(Normals, AreRepaired)
         EXPECT_NEAR(normal.z, 1.0, 1e-12);
 }
 
+TEST(Normals, AreTurnedWhereMostFacetsShowThemTheirBack)
+{
+    ModelSurface surface;
+    surface.positions = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
+    surface.normals.assign(4, {0, 0, 1});
+    surface.facets = {0, 1, 2, 1, 2, 3};
+    EXPECT_FALSE(turnOpposedNormals(surface)) << "as many with as against: a sheet seen from both sides";
+    surface.facets.insert(surface.facets.end(), {2, 1, 0, 0, 1, 1});
+    EXPECT_TRUE(turnOpposedNormals(surface));
+    EXPECT_EQ(surface.normals, std::vector<Vector3>(4, {0, 0, -1}));
+    EXPECT_FALSE(turnOpposedNormals(surface));
+}
+
 } // namespace sgview

@@ -23,6 +23,20 @@ TEST(SurfaceFinisher, LeavesOutFacetsThatCannotBeDrawn)
                                    "surface 'patch': 5 facets left out, a vertex is missing or not finite"});
 }
 
+TEST(SurfaceFinisher, CountsAsPeopleDo)
+{
+    ModelSurface surface;
+    surface.name = "patch";
+    surface.positions = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+    surface.normals = {{0, 0, 0}, {0, 0, 1}, {0, 0, 1}};
+    surface.facets = {0, 1, 2, 0, 1, 5};
+    Warnings warnings;
+    finishSurface(surface, Crease::sharp, warnings);
+    EXPECT_EQ(warnings.take(), (std::vector<std::string>{
+                                   "surface 'patch': 1 facet left out, a vertex is missing or not finite",
+                                   "surface 'patch': 1 normal without direction replaced"}));
+}
+
 TEST(SurfaceFinisher, MakesCoordinatesFinite)
 {
     ModelSurface surface;

@@ -117,8 +117,9 @@ void addSearchOptions(CLI::App& app, ImportOptions& import)
     addOption(
         app, "--memory-limit", import.limits.memory,
         [](std::string const& text) { return std::uint64_t{parseWhole(text, 1, mostMebibytes)} << 20; },
-        "Memory that the import may use, MiB")
-        ->default_str(std::to_string(import.limits.memory >> 20))
+        "Memory that the import may use, MiB; by default less on machines of less than four times that")
+        // The same on every machine: manual pages travel.
+        ->default_str(std::to_string(enoughMemory >> 20))
         ->type_name("MIB");
 }
 

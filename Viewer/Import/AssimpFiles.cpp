@@ -61,8 +61,23 @@ Assimp::IOStream* AssimpFiles::Open(char const* name, char const* mode)
     // Assimp hands every stream back to Close.
     if (mainName_ == name)
         return std::make_unique<MemoryStream>(std::span<std::uint8_t const>(mainFile_)).release();
+    if (!access_.resolve(name)) {
+        noteMissing(name);
+        return nullptr;
+    }
     std::optional<Bytes> bytes = access_.read(name);
     return bytes ? std::make_unique<MemoryStream>(std::move(*bytes)).release() : nullptr;
+}
+
+void AssimpFiles::noteMissing(std::string_view name)
+{
+    // Assimp also tries names of its own making.
+    std::string_view const bare = name.substr(name.find_last_of("/\\") + 1);
+    if (std::ranges::search(mainFile_, bare).empty())
+        return;
+    if (name.starts_with("./"))
+        name.remove_prefix(2);
+    warnings_.add("file '" + std::string(name) + "': " + access_.absenceOf(name));
 }
 
 void AssimpFiles::Close(Assimp::IOStream* stream)

@@ -15,15 +15,19 @@ namespace {
 
 constexpr float black = 1.0F / 255.0F;
 
-bool isBlack(Colour const& colour)
+/// Of the diffuse colour. Assimp makes up an ambient colour of up to a twelfth for formats that have none;
+/// what files mean begins at a tenth.
+constexpr float leastAmbient = 0.09F;
+
+float strongest(Colour const& colour)
 {
-    return colour[0] <= black && colour[1] <= black && colour[2] <= black;
+    return std::max({colour[0], colour[1], colour[2]});
 }
 
 class Reader {
 public:
-    Reader(aiScene const& scene, TextureStore& textures, Warnings& warnings)
-        : scene_(scene), textures_(textures), warnings_(warnings)
+    Reader(aiScene const& scene, TextureStore& textures, std::string_view relativePrefix, Warnings& warnings)
+        : scene_(scene), textures_(textures), relativePrefix_(relativePrefix), warnings_(warnings)
     {
     }
 
@@ -39,7 +43,7 @@ public:
         source.Get(AI_MATKEY_SHADING_MODEL, shading);
         material.unlit = shading == aiShadingMode_NoShading;
         readLayers(source, plan);
-        if (!material.textures.empty() && isBlack(material.diffuse)) {
+        if (!material.textures.empty() && strongest(material.diffuse) <= black) {
             float const alpha = material.diffuse[3];
             material.diffuse = material.ambient = {1, 1, 1, alpha};
         }
@@ -62,25 +66,25 @@ private:
         Colour const base = colour(source, AI_MATKEY_BASE_COLOR, material.diffuse);
         material.diffuse = colour(source, AI_MATKEY_COLOR_DIFFUSE, base);
         material.ambient = colour(source, AI_MATKEY_COLOR_AMBIENT, material.diffuse);
-        if (isBlack(material.ambient))
+        if (strongest(material.ambient) <= std::max(black, leastAmbient * strongest(material.diffuse)))
             material.ambient = material.diffuse;
         material.emissive = colour(source, AI_MATKEY_COLOR_EMISSIVE, material.emissive);
     }
 
     static void readHighlight(aiMaterial const& source, ModelMaterial& material)
     {
-        constexpr float weakest = 1.0F;
-        constexpr float strongest = 128.0F;
+        constexpr float leastExponent = 1.0F;
+        constexpr float largestExponent = 128.0F;
         float exponent = 0.0F;
         float strength = 1.0F;
         source.Get(AI_MATKEY_SHININESS, exponent);
         source.Get(AI_MATKEY_SHININESS_STRENGTH, strength);
-        if (!(exponent >= weakest))
+        if (!(exponent >= leastExponent))
             return;
         material.specular = colour(source, AI_MATKEY_COLOR_SPECULAR, material.specular);
         for (std::size_t i = 0; i < 3; ++i)
             material.specular[i] *= fraction(static_cast<double>(strength));
-        material.shininess = std::min(exponent, strongest);
+        material.shininess = std::min(exponent, largestExponent);
     }
 
     void readOpacity(aiMaterial const& source, ModelMaterial& material)
@@ -140,8 +144,12 @@ private:
     Index imageOf(aiString const& path)
     {
         aiTexture const* const embedded = scene_.GetEmbeddedTexture(path.C_Str());
-        if (embedded == nullptr)
-            return textures_.fromFile(path.C_Str());
+        if (embedded == nullptr) {
+            std::string_view name = path.C_Str();
+            if (name.starts_with(relativePrefix_))
+                name.remove_prefix(relativePrefix_.size());
+            return textures_.fromFile(std::string(name));
+        }
         std::string const name =
             path.C_Str()[0] == '*' ? "embedded " + std::string(path.C_Str() + 1) : path.C_Str();
         return textures_.embedded(name, [&] { return pixelsOf(*embedded, name); });
@@ -170,15 +178,17 @@ private:
 
     aiScene const& scene_;
     TextureStore& textures_;
+    std::string_view relativePrefix_;
     Warnings& warnings_;
 };
 
 } // namespace
 
 std::vector<std::size_t> readAssimpMaterials(aiScene const& scene, MaterialTable& table,
-                                             TextureStore& textures, Warnings& warnings)
+                                             TextureStore& textures, std::string_view relativePrefix,
+                                             Warnings& warnings)
 {
-    Reader reader(scene, textures, warnings);
+    Reader reader(scene, textures, relativePrefix, warnings);
     std::vector<std::size_t> numbers;
     for (aiMaterial const* const material : std::span(scene.mMaterials, scene.mNumMaterials))
         numbers.push_back(table.add(reader.read(*material)));

@@ -2,6 +2,7 @@
 
 #include "Viewer/Import/CurveBuilder.h"
 #include "Viewer/Import/LocalMap.h"
+#include "Viewer/Import/Normals.h"
 #include "Viewer/Import/SkinWeights.h"
 #include "Viewer/Import/SurfaceFinisher.h"
 
@@ -170,6 +171,9 @@ void AssimpMeshes::addSurface(aiMesh const& mesh, Index node, Instance& instance
     finishSurface(surface, Crease::sharp, warnings_);
     if (surface.facets.empty())
         return;
+    // Files of other formats than glTF leave open which of both is meant.
+    if (turnOpposedNormals(surface))
+        warnings_.add("normals that point to the back of their surface are turned around");
     instance.surfaces.push_back(static_cast<Index>(model_.surfaces.size()));
     model_.surfaces.push_back(std::move(surface));
 }

@@ -64,6 +64,9 @@ ImportError failureOf(Assimp::Importer const& importer, std::filesystem::path co
             // Its text is in GetErrorString.
         }
     std::string const reason = importer.GetErrorString();
+    // The post-processing steps keep no exception, only its text.
+    if (reason.find(std::bad_alloc().what()) != std::string::npos)
+        throw std::bad_alloc();
     if (reason.find("No suitable reader") != std::string::npos)
         return {ImportFailure::formatNotRead, file.string(),
                 "not what its name says, or a variant that is not read"};
@@ -80,7 +83,7 @@ ReadModel readWithAssimp(std::filesystem::path const& file, std::string const& e
     std::string const name = nameFor(file, extension);
     Assimp::Importer importer;
     importer.SetIOHandler(
-        std::make_unique<AssimpFiles>(name, bytes, access).release()); // the importer owns it
+        std::make_unique<AssimpFiles>(name, bytes, access, warnings).release()); // the importer owns it
     importer.SetPropertyBool(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, true);
     aiScene const* scene = importer.ReadFile(name, 0);
     if (scene == nullptr)
@@ -96,7 +99,8 @@ ReadModel readWithAssimp(std::filesystem::path const& file, std::string const& e
 
     TextureStore textures(access, warnings, FirstRow::bottom, options.largestTextureSide);
     MaterialTable materials(warnings);
-    std::vector<std::size_t> const plans = readAssimpMaterials(*scene, materials, textures, warnings);
+    std::vector<std::size_t> const plans =
+        readAssimpMaterials(*scene, materials, textures, extension == "blend" ? "//" : "", warnings);
     ReadModel result;
     result.model.format = formatName(importer);
     AssimpMeshes meshes(*scene, materials, plans, result.model, warnings);

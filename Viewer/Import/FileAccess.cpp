@@ -101,6 +101,34 @@ std::string lastPart(std::string const& path)
     return path.substr(path.find_last_of("/:") + 1);
 }
 
+/// What is looked for in place of a path: itself unless it is refused, then its last parts, fewer and fewer,
+/// down to the bare name.
+std::vector<std::string> tailsOf(std::string const& path)
+{
+    constexpr std::size_t mostParts = 4; // each is looked for in every folder
+    std::vector<std::string> tails;
+    for (std::size_t start = path.size(); start > 0 && tails.size() < mostParts;) {
+        std::size_t const separator = start < 2 ? std::string::npos : path.find_last_of("/:", start - 2);
+        start = separator == std::string::npos ? 0 : separator + 1;
+        std::string tail = path.substr(start);
+        if (!tails.empty() && !refusal(tail).empty())
+            break;
+        tails.push_back(std::move(tail));
+    }
+    std::ranges::reverse(tails);
+    if (refusal(path).empty() && tails.front() != path)
+        tails.insert(tails.begin(), path);
+    return tails;
+}
+
+std::vector<std::string> tailsOfName(std::string_view name)
+{
+    std::string const path = normalised(name);
+    std::string const bare = lastPart(path);
+    bool const names = !bare.empty() && bare != "." && bare != ".." && path.find('\0') == std::string::npos;
+    return names ? tailsOf(path) : std::vector<std::string>();
+}
+
 std::optional<fs::path> regularFile(fs::path const& path)
 {
     std::error_code failed;
@@ -175,44 +203,49 @@ void FileAccess::note(fs::path const& file)
         add(*sources_, file);
 }
 
-std::optional<fs::path> FileAccess::find(fs::path const& folder, std::string const& name)
+FileAccess::Search FileAccess::search(std::vector<std::string> const& tails)
 {
-    std::optional<fs::path> found = regularFile(folder / name);
-    if (!found)
-        found = withOtherCase(folder, name);
-    // Under the path it was come upon by, which a link may lead elsewhere from one day.
-    note(found ? *found : folder / name);
-    if (!found)
-        return {};
-    std::error_code failed;
-    fs::path real = fs::canonical(*found, failed);
-    if (failed)
-        return {};
-    if (!isInside(real)) {
-        warnings_->add("'" + name + "': a link out of the model's folder, refused");
-        return {};
-    }
-    return real;
+    Search result;
+    for (std::string const& tail : tails)
+        for (fs::path const& folder : folders_) {
+            std::optional<fs::path> found = regularFile(folder / tail);
+            if (!found)
+                found = withOtherCase(folder, tail);
+            if (!found)
+                continue;
+            // Under the path it was come upon by, which a link may lead elsewhere from one day.
+            note(*found);
+            std::error_code failed;
+            fs::path real = fs::canonical(*found, failed);
+            if (failed)
+                continue;
+            if (isInside(real))
+                return {std::move(real), false};
+            result.leadsOut = true;
+        }
+    return result;
 }
 
 std::optional<fs::path> FileAccess::resolve(std::string_view name)
 {
-    std::string const path = normalised(name);
-    std::string const bare = lastPart(path);
-    if (bare.empty() || bare == "." || bare == ".." || path.find('\0') != std::string::npos)
+    std::vector<std::string> const tails = tailsOfName(name);
+    if (tails.empty())
         return {};
-    std::string_view const reason = refusal(path);
-    if (!reason.empty()) {
-        warnings_->add("'" + std::string(name) + "': " + std::string(reason) + ", refused; looked for '" +
-                       bare + "' in the model's folder");
-        return find(folders_.front(), bare);
-    }
-    for (fs::path const& folder : folders_)
-        if (std::optional<fs::path> found = find(folder, path))
-            return found;
-    if (bare != path)
-        return find(folders_.front(), bare);
-    return {};
+    Search found = search(tails);
+    if (!found.file)
+        for (fs::path const& folder : folders_)
+            for (std::string const& tail : {tails.front(), tails.back()})
+                note(folder / tail);
+    return std::move(found.file);
+}
+
+std::string FileAccess::absenceOf(std::string_view name)
+{
+    std::string const path = normalised(name);
+    if (std::string_view const reason = refusal(path); !reason.empty())
+        return std::string(reason) + ", refused; no '" + lastPart(path) + "' in the model's folder" +
+               (folders_.size() > 1 ? " or those named" : "");
+    return search(tailsOfName(name)).leadsOut ? "a link out of the model's folder, refused" : "not found";
 }
 
 std::optional<Bytes> FileAccess::read(std::string_view name)

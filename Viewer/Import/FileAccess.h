@@ -23,9 +23,9 @@ using Bytes = std::vector<std::uint8_t>;
 /// Decides which further files a model may read: regular files whose path, links followed, lies inside the
 /// model's own folder or a folder that the user names.
 ///
-/// A name that is absolute, of another machine, or leads to a parent folder is refused with a warning; its
-/// last part is then looked for in the model's folder. Upper and lower case are told apart only where both
-/// exist.
+/// A name is looked for in all of these folders, the model's own first: as it stands, then by its last parts
+/// alone ("textures/a.png", "a.png"). One that is absolute, of another machine, or leads to a parent folder
+/// is refused as it stands. Upper and lower case are told apart only where both exist.
 class FileAccess {
 public:
     /// \param warnings  must outlive this
@@ -36,15 +36,21 @@ public:
     /// Where the file that a model calls `name` lies; nothing if there is none that may be read.
     [[nodiscard]] std::optional<std::filesystem::path> resolve(std::string_view name);
 
-    /// The content of what `resolve` finds; nothing, and a warning where the cause is not plain absence.
+    /// Why `resolve` finds nothing, for people: "not found".
+    [[nodiscard]] std::string absenceOf(std::string_view name);
+
+    /// The content of what `resolve` finds; nothing, and a warning where the cause is not absence.
     [[nodiscard]] std::optional<Bytes> read(std::string_view name);
 
     /// Whether `name` itself was refused, whatever its last part led to.
     [[nodiscard]] static bool isRefused(std::string_view name);
 
 private:
-    [[nodiscard]] std::optional<std::filesystem::path> find(std::filesystem::path const& folder,
-                                                            std::string const& name);
+    struct Search {
+        std::optional<std::filesystem::path> file; ///< its real path
+        bool leadsOut = false;                     ///< whether there is a link to where nothing may be read
+    };
+    [[nodiscard]] Search search(std::vector<std::string> const& tails);
     [[nodiscard]] bool isInside(std::filesystem::path const& realPath) const;
     void note(std::filesystem::path const& file);
 

@@ -4,7 +4,9 @@
 #include "Viewer/Import/ImportError.h"
 #include "Viewer/Import/PhysicalMaterial.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace sgview {
 
@@ -31,7 +33,7 @@ public:
         plan.material.blending = source.alphaMode == "BLEND" || source.alphaMode == "MASK";
         if (!plan.material.blending)
             plan.material.diffuse[3] = plan.material.ambient[3] = 1.0F;
-        readEmission(source, plan.material);
+        readEmission(source, plan);
         noteMissing(source);
         return plan;
     }
@@ -148,7 +150,7 @@ private:
             image.uri.empty() ? "embedded " + std::to_string(index) : image.uri.substr(0, longestName);
         return textures_.embedded(key, [&] {
             if (missing)
-                throw PictureError("not found");
+                throw PictureError(textures_.absenceOf(image.uri));
             if (image.bufferView < 0)
                 return decodePicture(image.image, image.uri);
             try {
@@ -159,14 +161,26 @@ private:
         });
     }
 
-    void readEmission(tinygltf::Material const& source, ModelMaterial& material)
+    void readEmission(tinygltf::Material const& source, MaterialPlan& plan)
     {
+        ModelMaterial& material = plan.material;
         material.emissive = colour(source.emissiveFactor, {0, 0, 0, 1});
         bool const glows = material.emissive[0] + material.emissive[1] + material.emissive[2] > 0.0F;
         if (source.emissiveTexture.index < 0 || !glows)
             return;
+        Colour const glow = std::exchange(material.emissive, {0, 0, 0, 1});
+        bool const isBlack = material.diffuse[0] + material.diffuse[1] + material.diffuse[2] == 0.0F;
+        if (isBlack && material.textures.empty()) { // all the light it gives is its own
+            addLayer(plan, source.emissiveTexture.index, source.emissiveTexture.texCoord,
+                     source.emissiveTexture.extensions);
+            if (!material.textures.empty()) {
+                std::copy_n(glow.begin(), 3, material.diffuse.begin());
+                material.ambient = material.diffuse;
+                material.unlit = true;
+            }
+            return;
+        }
         // Without its texture the whole surface would glow.
-        material.emissive = {0, 0, 0, 1};
         warnings_.add("material '" + source.name + "': its emissive texture is not drawn");
     }
 

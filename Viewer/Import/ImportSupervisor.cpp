@@ -22,6 +22,8 @@ std::string inMebibytes(std::uint64_t bytes)
     return std::to_string(bytes >> 20) + " MiB";
 }
 
+constexpr char const* moreMemory = "; --memory-limit grants more";
+
 /// One supervised import: the child's output until it ends or must be ended.
 class Supervision {
 public:
@@ -55,13 +57,14 @@ private:
     }
     [[nodiscard]] ImportError timedOut() const
     {
-        return fail(ImportFailure::timedOut,
-                    "the importer took longer than " + std::to_string(limits_.seconds) + " s");
+        return fail(ImportFailure::timedOut, "the importer took longer than " +
+                                                 std::to_string(limits_.seconds) +
+                                                 " s; --time-limit grants more");
     }
     [[nodiscard]] ImportError outOfMemory() const
     {
         return fail(ImportFailure::outOfMemory,
-                    "the importer needed more memory than " + inMebibytes(limits_.memory));
+                    "the importer needed more memory than " + inMebibytes(limits_.memory) + moreMemory);
     }
 
     void receive()
@@ -82,7 +85,8 @@ private:
             if (watch_.received)
                 *watch_.received = received_.size();
             if (received_.size() > limits_.memory)
-                throw fail(ImportFailure::tooBig, "the model is larger than " + inMebibytes(limits_.memory));
+                throw fail(ImportFailure::tooBig,
+                           "the model is larger than " + inMebibytes(limits_.memory) + moreMemory);
             if (memoryIsWatched && worker_.residentMemory() > sanitizerOverhead * limits_.memory)
                 throw outOfMemory();
         }

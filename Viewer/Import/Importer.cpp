@@ -2,6 +2,7 @@
 
 #include "Viewer/Import/AssimpReader.h"
 #include "Viewer/Import/BoneSplitter.h"
+#include "Viewer/Import/Counted.h"
 #include "Viewer/Import/FileKind.h"
 #include "Viewer/Import/GltfReader.h"
 #include "Viewer/Import/ImportError.h"
@@ -14,11 +15,6 @@
 namespace sgview {
 
 namespace {
-
-std::string counted(std::size_t count, std::string const& kind)
-{
-    return (count == 0 ? "no" : std::to_string(count)) + " " + kind + (count == 1 ? "" : "s");
-}
 
 void requireSomethingToDraw(ReadModel const& read, std::filesystem::path const& file)
 {

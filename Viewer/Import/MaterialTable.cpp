@@ -40,21 +40,28 @@ std::size_t MaterialTable::add(MaterialPlan plan)
     return plans_.size() - 1;
 }
 
-std::optional<Colour> MaterialTable::commonColour(std::vector<Colour> const& colours,
+std::optional<Colour> MaterialTable::commonColour(std::vector<Colour> const& colours, bool blending,
                                                   std::string const& owner)
 {
     if (colours.empty())
         return {};
+    auto const counting = [blending](Colour colour) {
+        colour[3] = blending ? colour[3] : 1.0F;
+        return colour;
+    };
     Colour common = colours.front();
-    if (!std::ranges::all_of(colours, [&](Colour const& colour) { return isNear(colour, common); })) {
+    if (!std::ranges::all_of(
+            colours, [&](Colour const& colour) { return isNear(counting(colour), counting(common)); })) {
         warnings_->add("'" + owner + "': vertex colours that differ are not drawn");
         return {};
     }
     for (float& c : common)
         c = c >= 0.0F ? std::min(c, 1.0F) : 0.0F;
     // Invisible everywhere: what importers leave where a file has a place for colours and none in it.
-    bool const unset = common[3] == 0.0F;
-    if (unset || isNear(common, white))
+    if (common == Colour{} || (blending && common[3] == 0.0F))
+        return {};
+    common = counting(common);
+    if (isNear(common, white))
         return {};
     return common;
 }
@@ -79,12 +86,13 @@ void MaterialTable::dress(ModelSurface& surface, std::size_t plan, std::vector<C
             surface.coordinates.push_back(mapped(sets[set], source.map));
         }
     }
-    surface.material = variant(plan, layers, commonColour(colours, surface.name));
+    surface.material = variant(plan, layers, commonColour(colours, wanted.material.blending, surface.name));
 }
 
 Index MaterialTable::ofCurve(std::size_t plan, std::vector<Colour> const& colours)
 {
-    return variant(plan, {}, commonColour(colours, plans_[plan].material.name));
+    ModelMaterial const& material = plans_[plan].material;
+    return variant(plan, {}, commonColour(colours, material.blending, material.name));
 }
 
 Index MaterialTable::variant(std::size_t plan, std::vector<std::size_t> const& layers,
@@ -104,7 +112,6 @@ Index MaterialTable::variant(std::size_t plan, std::vector<std::size_t> const& l
     if (colour) {
         multiply(material.ambient, *colour);
         multiply(material.diffuse, *colour);
-        material.blending = material.blending || (*colour)[3] < 1.0F;
     }
     materials_.push_back(std::move(material));
     return entry->second;

@@ -26,7 +26,7 @@ struct MaterialPlan {
 
 /// The materials of a model. What a material of a file looks like depends on the surface that wears it:
 /// layers without coordinates fall away, the renderer takes only so many layers, a colour that all vertices
-/// share goes into the material.
+/// share goes into the material, its alpha only where the material blends.
 class MaterialTable {
 public:
     explicit MaterialTable(Warnings& warnings) : warnings_(&warnings) {}
@@ -46,7 +46,7 @@ public:
     [[nodiscard]] std::vector<ModelMaterial> take() { return std::move(materials_); }
 
 private:
-    [[nodiscard]] std::optional<Colour> commonColour(std::vector<Colour> const& colours,
+    [[nodiscard]] std::optional<Colour> commonColour(std::vector<Colour> const& colours, bool blending,
                                                      std::string const& owner);
     [[nodiscard]] Index variant(std::size_t plan, std::vector<std::size_t> const& layers,
                                 std::optional<Colour> const& colour);

@@ -186,4 +186,22 @@ std::size_t repairNormals(ModelSurface& surface)
     return broken.size();
 }
 
+bool turnOpposedNormals(ModelSurface& surface)
+{
+    std::ptrdiff_t balance = 0;
+    for (std::size_t f = 0; f + 2 < surface.facets.size(); f += 3) {
+        auto const [a, b, c] =
+            std::array{at(surface.facets[f]), at(surface.facets[f + 1]), at(surface.facets[f + 2])};
+        std::vector<Vector3> const& p = surface.positions;
+        Vector3 const mean = surface.normals[a] + surface.normals[b] + surface.normals[c];
+        double const agreement = dot(cross(p[b] - p[a], p[c] - p[a]), mean);
+        balance += agreement > 0.0 ? 1 : agreement < 0.0 ? -1 : 0;
+    }
+    if (balance >= 0)
+        return false;
+    for (Vector3& normal : surface.normals)
+        normal = -normal;
+    return true;
+}
+
 } // namespace sgview

@@ -18,6 +18,11 @@ void makeNormals(ModelSurface& surface, double creaseCosine);
 /// \return how many were replaced
 std::size_t repairNormals(ModelSurface& surface);
 
+/// Turns all normals around where most facets show them their back: both sides of such a surface would be
+/// drawn as if lit from behind. Expects unit normals and facets in range.
+/// \return whether it did
+bool turnOpposedNormals(ModelSurface& surface);
+
 /// Makes vertex i what vertex `sources[i]` was, in every per-vertex list; the facets are left alone.
 void takeVertices(ModelSurface& surface, std::vector<std::int32_t> const& sources);
 

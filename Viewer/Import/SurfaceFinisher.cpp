@@ -1,5 +1,6 @@
 #include "Viewer/Import/SurfaceFinisher.h"
 
+#include "Viewer/Import/Counted.h"
 #include "Viewer/Import/Normals.h"
 
 #include <cmath>
@@ -74,15 +75,15 @@ void makeCoordinatesFinite(ModelSurface& surface)
 void finishSurface(ModelSurface& surface, Crease crease, Warnings& warnings)
 {
     if (std::size_t const dropped = dropBrokenFacets(surface); dropped > 0)
-        warnings.add("surface '" + surface.name + "': " + std::to_string(dropped) +
-                     " facets left out, a vertex is missing or not finite");
+        warnings.add("surface '" + surface.name + "': " + counted(dropped, "facet") +
+                     " left out, a vertex is missing or not finite");
     dropUnusedVertices(surface);
     makeCoordinatesFinite(surface);
     if (surface.normals.empty())
         makeNormals(surface, crease == Crease::sharp ? creaseCosineSharp : creaseCosineEverywhere);
     else if (std::size_t const replaced = repairNormals(surface); replaced > 0)
-        warnings.add("surface '" + surface.name + "': " + std::to_string(replaced) +
-                     " normals without direction replaced");
+        warnings.add("surface '" + surface.name + "': " + counted(replaced, "normal") +
+                     " without direction replaced");
 }
 
 } // namespace sgview

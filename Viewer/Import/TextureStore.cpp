@@ -6,7 +6,7 @@ Index TextureStore::fromFile(std::string const& name)
 {
     std::optional<std::filesystem::path> const path = access_->resolve(name);
     if (!path) {
-        warnings_->add("texture '" + name + "': not found");
+        warnings_->add("texture '" + name + "': " + access_->absenceOf(name));
         return none;
     }
     return load(path->string(), path->filename().string(), [&] {

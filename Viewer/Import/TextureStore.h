@@ -22,6 +22,9 @@ public:
     /// \return its place in the model's images, or none
     [[nodiscard]] Index fromFile(std::string const& name);
 
+    /// Why there is no picture in a file of this name.
+    [[nodiscard]] std::string absenceOf(std::string const& name) { return access_->absenceOf(name); }
+
     /// A picture that the model file holds.
     /// \param key     tells it from the other embedded ones; for people, too: "embedded 0"
     /// \param pixels  called once, the first time; a PictureError from it is a warning
