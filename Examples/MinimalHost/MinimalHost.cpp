@@ -1,5 +1,4 @@
 // The smallest host: a context, the renderer's module, a scene built by hand.
-//
 //   MinimalHost PICTURE.ppm    draws one frame into a picture, without a screen
 //   MinimalHost --window       turns the scene in a window until that is closed
 #include "SceneGraph/SGCameraNode.h"
@@ -33,10 +32,9 @@ void addRing(smart_ptr<SGNode> const& parent, Vector3 const& place, double ring,
             Vector3 const normal = outwards * std::cos(along) + Vector3(0.0, std::sin(along), 0.0);
             shape->vertices.push_back(place + outwards * ring + normal * tube);
             shape->normals.emplace_back(normal);
-            int const corner = i * (steps + 1) + j, next = corner + steps + 1;
+            int const at = i * (steps + 1) + j, next = at + steps + 1;
             if (i < steps && j < steps)
-                shape->facets.insert(shape->facets.end(),
-                                     {corner, next, next + 1, corner, next + 1, corner + 1});
+                shape->facets.insert(shape->facets.end(), {at, next, next + 1, at, next + 1, at + 1});
         }
     auto const surface = make_smart<SGSurfaceGeometryReferenceNode>(parent);
     surface->material.setAmbientAndDiffuse(color);
@@ -47,8 +45,7 @@ void addRing(smart_ptr<SGNode> const& parent, Vector3 const& place, double ring,
     surface->setFacets(make_smart<SharedSurfaceGeometry>(shape));
 }
 
-// Returns the node that turns all that is to be seen.
-smart_ptr<SGTransformNode> build(smart_ptr<SGRootNode> const& root)
+smart_ptr<SGTransformNode> buildTurntable(smart_ptr<SGRootNode> const& root)
 {
     root->color = Color{0.13F, 0.16F, 0.20F, 1.0F};
     auto const camera = make_smart<SGCameraNode>(root);
@@ -82,12 +79,17 @@ void run(SDL_Window* window, std::string const& output)
     Log::getInstance().setEnabled("opengl", false);
     SGRendererModule const module; // before the scene, so that the scene goes first
     SGRenderer& renderer = module.renderer();
+    int size[2]{};
+    SDL_PumpEvents(); // the desktop may have made the window smaller
+    SDL_GL_GetDrawableSize(window, &size[0], &size[1]);
+    if (size[0] < 512 || size[1] < 512)
+        throw std::runtime_error("the graphics diagnostic draws 512 x 512 pixels, and the window has fewer");
     if (renderer.isDiagnosticNeeded())
         renderer.runDiagnostic();
     else
         renderer.readDiagnosticResults();
     auto const root = make_smart<SGRootNode>();
-    auto const turntable = build(root);
+    auto const turntable = buildTurntable(root);
     renderer.render(root);
     if (output != "--window")
         write(output, renderer);

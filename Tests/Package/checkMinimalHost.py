@@ -94,6 +94,16 @@ class MinimalHost(PackageTest):
                 (["/dev/full"], {}, "MinimalHost: /dev/full cannot be written\n")):
             self.assertEqual(self.run_host(*arguments, status=1, **environment).stderr, line)
 
+    def test_says_that_its_window_is_too_small(self):
+        for width, height, status in ((512, 512, 0), (511, 512, 1), (512, 511, 1)):
+            shrink = self.folder / f"{width}x{height}.so"
+            subprocess.run([COMPILER, "-shared", "-fPIC", "-x", "c++", "-", "-o", shrink], check=True, text=True,
+                           input='extern "C" void SDL_GL_GetDrawableSize(void*, int* width, int* height)'
+                                 f"{{ *width = {width}; *height = {height}; }}")
+            result = self.run_host("picture.ppm", status=status, LD_PRELOAD=str(shrink))
+            self.assertEqual(result.stderr, "MinimalHost: the graphics diagnostic draws 512 x 512 pixels, and the "
+                                            "window has fewer\n" if status else "")
+
     def screen(self, is_wanted):
         """What is on the display as soon as it is wanted: the graphics card may be measured first."""
         end = time.monotonic() + 120

@@ -133,18 +133,24 @@ void writeRules(std::ostream& stream, std::vector<VerdictRule> const& rules, boo
         writeEntry(stream, rule.subject, labelWidth, rule.finding);
 }
 
-void writeDeath(std::ostream& stream, std::optional<JournalEntry> const& death)
+void writeDeath(std::ostream& stream, CardKnowledge const& known)
 {
     stream << "\nLast run\n";
-    if (!death) {
-        writeEntry(stream, "", 0, "none that ended badly on this card is known of");
+    if (!known.death) {
+        writeEntry(stream, "", 0, "none that ended badly is known of");
         return;
     }
-    writeEntry(stream, "end", labelWidth, inWords(*death));
-    writeEntry(stream, "time", labelWidth, death->time + " UTC, process " + death->process);
+    JournalEntry const& death = *known.death;
+    if (!known.diedHere())
+        writeEntry(stream, "on another card", labelWidth, death.card);
+    writeEntry(stream, "end", labelWidth, inWords(death));
+    writeEntry(stream, "time", labelWidth, death.time + " UTC, process " + death.process);
     writeEntry(stream, "meaning", labelWidth,
-               "pictures are drawn by the plain technique, and no run is made, until sgview diagnose --force "
-               "ends well or another card or driver is in use");
+               known.diedHere()
+                   ? "pictures are drawn by the plain technique, and no run is made, until sgview diagnose "
+                     "--force ends well or another card or driver is in use"
+                   : "what draws by that card, as windows may, draws by the plain technique; after sgview "
+                     "diagnose --force it tries again");
 }
 
 void explain(DiagnoseRequest const& request, Messages const& messages)
@@ -161,7 +167,7 @@ void explain(DiagnoseRequest const& request, Messages const& messages)
     std::cout << '\n';
     writeVerdict(std::cout, known.stored);
     writeRules(std::cout, known.rules, known.isRunNeeded);
-    writeDeath(std::cout, known.death);
+    writeDeath(std::cout, known);
     flushStandardOutput();
 }
 

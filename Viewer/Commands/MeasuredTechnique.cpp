@@ -28,16 +28,20 @@ ChosenTechnique afterDeath(std::string const& end, Messages const& messages)
     return {Technique::plain, "right on every card; the graphics diagnostic " + end};
 }
 
-ChosenTechnique asFound(Technique technique)
+ChosenTechnique asFound(Technique technique, Messages const& messages)
 {
-    return {technique, bestReason};
+    std::string const obstacle = obstacleTo(technique);
+    if (obstacle.empty())
+        return {technique, bestReason};
+    messages.warn("drawn by the plain technique: " + obstacle);
+    return {Technique::plain, "right on every card; " + obstacle};
 }
 
 ChosenTechnique afterRun(SupervisedDiagnosis const& run, Messages const& messages)
 {
     if (!run.endedWell())
         return afterDeath(run.endInWords(), messages);
-    return asFound(bestTechnique(*run.diagnosis.verdict));
+    return asFound(bestTechnique(*run.diagnosis.verdict), messages);
 }
 
 } // namespace
@@ -56,7 +60,7 @@ SupervisedDiagnosis runDiagnostic(DiagnosticOptions const& options, Progress& pr
     DiagnosticListener listener;
     listener.step = [&progress](std::string const& step) { progress.say("measuring the card: " + step); };
     listener.logLine = logLine;
-    return superviseDiagnostic(options, cardInUse(), listener);
+    return superviseDiagnostic(options, {cardInUse(), videoDriverInUse()}, listener);
 }
 
 ChosenTechnique measuredTechnique(SGRenderer const& renderer,
@@ -68,13 +72,13 @@ ChosenTechnique measuredTechnique(SGRenderer const& renderer,
     if (auto const death = deadRunOn(card, journal))
         return afterDeath(inWords(*death), messages);
     if (!renderer.isDiagnosticNeeded())
-        return asFound(storedTechnique(renderer));
+        return asFound(storedTechnique(renderer), messages);
     try {
         auto const lock = lockOut(journal, progress);
         if (auto const death = deadRunOn(card, journal, lock.get()))
             return afterDeath(inWords(*death), messages);
         if (!renderer.isDiagnosticNeeded())
-            return asFound(storedTechnique(renderer));
+            return asFound(storedTechnique(renderer), messages);
         DiagnosticOptions options;
         options.module = module;
         options.journal = journal;

@@ -12,7 +12,7 @@ namespace sgview {
 
 /// The technique that the graphics diagnostic found best for the card in use. Where no stored verdict holds,
 /// measures first, or waits for another sgview that does. After a run that died it is the plain one, with a
-/// warning, and no run is made.
+/// warning, and no run is made; likewise where the OpenGL in use lacks what was found.
 [[nodiscard]] ChosenTechnique measuredTechnique(SGRenderer const& renderer,
                                                 std::optional<std::filesystem::path> const& module,
                                                 Progress& progress, Messages const& messages);

@@ -17,7 +17,7 @@ CardKnowledge knowledgeOf(SGRenderer const& renderer)
     known.isRunNeeded = renderer.isDiagnosticNeeded();
     known.claims = claimsAccordingTo(renderer);
     known.rules = judge(known.stored, known.card, known.claims);
-    known.death = deadRunOn(known.card, DiagnosticJournal::usual());
+    known.death = lastDeadRun(DiagnosticJournal::usual());
     return known;
 }
 

@@ -17,7 +17,9 @@ struct CardKnowledge {
     StoredVerdict stored;
     bool isRunNeeded = true;
     std::vector<VerdictRule> rules;    ///< by which one is, or is not
-    std::optional<JournalEntry> death; ///< of the last run on this card
+    std::optional<JournalEntry> death; ///< of the last run, whatever card that was on
+
+    [[nodiscard]] bool diedHere() const { return death && death->card == card; }
 };
 
 /// Needs a current context. The process's preferences are the user's afterwards, read anew.

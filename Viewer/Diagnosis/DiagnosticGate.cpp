@@ -26,13 +26,19 @@ std::unique_ptr<FileLock> lockOut(std::optional<DiagnosticJournal>& journal, std
     }
 }
 
+std::optional<JournalEntry> lastDeadRun(std::optional<DiagnosticJournal> const& journal, FileLock const* lock)
+{
+    std::optional<JournalEntry> entry = journal ? journal->read() : std::nullopt;
+    if (!entry || (entry->end.empty() && !lock && journal->isHeld()))
+        return std::nullopt;
+    return entry;
+}
+
 std::optional<JournalEntry> deadRunOn(std::string const& card,
                                       std::optional<DiagnosticJournal> const& journal, FileLock const* lock)
 {
-    std::optional<JournalEntry> entry = journal ? journal->read() : std::nullopt;
-    if (!entry || entry->card != card || (entry->end.empty() && !lock && journal->isHeld()))
-        return std::nullopt;
-    return entry;
+    std::optional<JournalEntry> entry = lastDeadRun(journal, lock);
+    return entry && entry->card == card ? entry : std::nullopt;
 }
 
 } // namespace sgview

@@ -27,8 +27,12 @@ public:
 [[nodiscard]] std::unique_ptr<FileLock> lockOut(std::optional<DiagnosticJournal>& journal,
                                                 std::stop_token const& stop = {});
 
-/// What a journal says of a run that died on a card; none where it says nothing, or of a run that is on.
+/// What a journal says of the last run that died; none where it says nothing, or of a run that is on.
 /// \param lock  of the journal, where it is this process that has it
+[[nodiscard]] std::optional<JournalEntry> lastDeadRun(std::optional<DiagnosticJournal> const& journal,
+                                                      FileLock const* lock = nullptr);
+
+/// The same, if it was on a card.
 [[nodiscard]] std::optional<JournalEntry> deadRunOn(std::string const& card,
                                                     std::optional<DiagnosticJournal> const& journal,
                                                     FileLock const* lock = nullptr);

@@ -35,7 +35,8 @@ std::vector<std::string> lastLines(std::string const& text)
 /// One supervised run: the child's messages until it ends or must be ended.
 class Supervision {
 public:
-    Supervision(DiagnosticOptions const& options, std::string const& card, DiagnosticListener const& listener)
+    Supervision(DiagnosticOptions const& options, MeasuredCard const& card,
+                DiagnosticListener const& listener)
         : options_(options), card_(card), listener_(listener)
     {
     }
@@ -47,7 +48,7 @@ public:
         SupervisedDiagnosis result;
         writeJournal({});
         try {
-            WorkerProcess worker(diagnosticWorkerArguments(options_.module, options_.journal),
+            WorkerProcess worker(diagnosticWorkerArguments(options_.module, options_.journal, card_),
                                  WorkerProcess::Errors::kept);
             result.end = follow(worker, signals);
             if (!result.endedWell())
@@ -57,6 +58,7 @@ public:
             throw;
         }
         result.diagnosis = log_.diagnosis();
+        result.diagnosis.card = card_.name;
         result.step = log_.step();
         if (result.endedWell() || isInterruptedInTime(signals))
             removeJournal();
@@ -169,7 +171,7 @@ private:
     {
         if (!options_.journal)
             return;
-        JournalEntry entry = makeEntry(card_, log_.step());
+        JournalEntry entry = makeEntry(card_.name, log_.step());
         entry.end = end;
         try {
             options_.journal->write(entry);
@@ -185,7 +187,7 @@ private:
     }
 
     DiagnosticOptions const& options_;
-    std::string const& card_;
+    MeasuredCard const& card_;
     DiagnosticListener const& listener_;
     DiagnosisLog log_;
     Clock::time_point lastSign_ = Clock::now();
@@ -205,7 +207,7 @@ std::string SupervisedDiagnosis::ending() const
     return text;
 }
 
-SupervisedDiagnosis superviseDiagnostic(DiagnosticOptions const& options, std::string const& card,
+SupervisedDiagnosis superviseDiagnostic(DiagnosticOptions const& options, MeasuredCard const& card,
                                         DiagnosticListener const& listener)
 {
     return Supervision(options, card, listener).run();

@@ -2,6 +2,7 @@
 
 #include "Viewer/Diagnosis/Diagnosis.h"
 #include "Viewer/Diagnosis/DiagnosticJournal.h"
+#include "Viewer/Diagnosis/MeasuringContext.h"
 
 #include <chrono>
 #include <filesystem>
@@ -45,9 +46,9 @@ struct DiagnosticListener {
     std::function<void(std::string_view line)> logLine; ///< with the channel's name in front
 };
 
-/// Runs the graphics diagnostic in a child process, so that no driver can crash or hang this one. The child
-/// is this same program, started anew: its main function must ask `isDiagnosticWorker` first. It stores the
-/// verdict; preferences that this process has read before are out of date then.
+/// Runs the graphics diagnostic of a card in a child process, so that no driver can crash or hang this one.
+/// The child is this same program, started anew: its main function must ask `isDiagnosticWorker` first. It
+/// stores the verdict; preferences that this process has read before are out of date then.
 ///
 /// The journal is gone after a run that ended well, and tells of any other. No process and no descriptor is
 /// left when this returns. A signal that ends programs ends the run first, and leaves no journal unless the
@@ -55,7 +56,7 @@ struct DiagnosticListener {
 /// where the main thread holds them back too.
 /// \throws std::system_error  the system grants no process
 [[nodiscard]] SupervisedDiagnosis superviseDiagnostic(DiagnosticOptions const& options,
-                                                      std::string const& card,
+                                                      MeasuredCard const& card,
                                                       DiagnosticListener const& listener);
 
 } // namespace sgview

@@ -3,9 +3,7 @@
 #include "SceneGraph/SGRendererModule.h"
 #include "Utilities/Log.h"
 #include "Viewer/Diagnosis/DiagnosisLog.h"
-#include "Viewer/Platform/HeadlessContext.h"
 #include "Viewer/Platform/HostState.h"
-#include "Viewer/Platform/TechniqueChoice.h"
 #include "Viewer/Process/WorkerProcess.h"
 
 #include <sys/resource.h>
@@ -13,6 +11,7 @@
 #include <array>
 #include <functional>
 #include <iostream>
+#include <memory>
 #include <streambuf>
 #include <string_view>
 #include <system_error>
@@ -26,11 +25,13 @@ using WorkerMessage::Kind;
 
 constexpr std::string_view workerArgument = "--diagnostic-worker";
 constexpr std::string_view channel = "opengl: ";
-constexpr int side = 512;
 
 // Positions in the arguments of a worker. A path that is not given is an empty one.
 constexpr int journalArgument = 2;
 constexpr int moduleArgument = 3;
+constexpr int cardArgument = 4;
+constexpr int videoDriverArgument = 5;
+constexpr int argumentCount = 6;
 
 void send(Kind kind, std::span<std::uint8_t const> content)
 {
@@ -115,10 +116,11 @@ private:
     std::string step_;
 };
 
-void carryOut(std::optional<std::filesystem::path> const& module, Reporter& reporter)
+void carryOut(std::optional<std::filesystem::path> const& module, MeasuredCard const& card,
+              Reporter& reporter)
 {
-    HeadlessContext const context({side, side});
-    reporter.tellCard(cardInUse());
+    std::unique_ptr<HeadlessContext> const context = openContextOf(card);
+    reporter.tellCard(card.name);
     SGRendererModule const renderer(module);
     renderer.renderer().diagnosticImageSink = [&reporter](std::span<unsigned char const> pixels) {
         reporter.showPicture(pixels);
@@ -146,14 +148,19 @@ void leaveNoCore()
 
 bool isDiagnosticWorker(int argc, char const* const* argv)
 {
-    return argc == moduleArgument + 1 && argv[1] == workerArgument;
+    return argc == argumentCount && argv[1] == workerArgument;
 }
 
 std::vector<std::string> diagnosticWorkerArguments(std::optional<std::filesystem::path> const& module,
-                                                   std::optional<DiagnosticJournal> const& journal)
+                                                   std::optional<DiagnosticJournal> const& journal,
+                                                   MeasuredCard const& card)
 {
-    return {"sgview", std::string(workerArgument), journal ? journal->file().parent_path().string() : "",
-            module ? module->string() : ""};
+    return {"sgview",
+            std::string(workerArgument),
+            journal ? journal->file().parent_path().string() : "",
+            module ? module->string() : "",
+            card.name,
+            card.videoDriver};
 }
 
 int diagnosticWorkerMain(int argc, char const* const* argv)
@@ -173,7 +180,7 @@ int diagnosticWorkerMain(int argc, char const* const* argv)
     log.setEnabled("error", true);
     int status = 0;
     try {
-        carryOut(pathIn(argv[moduleArgument]), reporter);
+        carryOut(pathIn(argv[moduleArgument]), {argv[cardArgument], argv[videoDriverArgument]}, reporter);
         send(Kind::done, std::string_view());
     } catch (std::exception const& error) {
         send(Kind::failure, error.what());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Viewer/Diagnosis/DiagnosticJournal.h"
+#include "Viewer/Diagnosis/MeasuringContext.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -16,14 +17,14 @@ namespace sgview {
 
 /// The main function of such a worker: runs the diagnostic in a context of its own, which stores the verdict
 /// in the user's preferences, and sends what the run says and shows through the pipe that it was started
-/// with. Keeps the journal on its way.
+/// with. Keeps the journal on its way. No run is made where no context of the card can be had.
 /// \return the process's exit status
 int diagnosticWorkerMain(int argc, char const* const* argv);
 
 /// The arguments that make a program such a worker, the program's own name first.
 [[nodiscard]] std::vector<std::string>
 diagnosticWorkerArguments(std::optional<std::filesystem::path> const& module,
-                          std::optional<DiagnosticJournal> const& journal);
+                          std::optional<DiagnosticJournal> const& journal, MeasuredCard const& card);
 
 /// What a worker sends: a byte for the kind, the content's size in four bytes, the lowest first, the content.
 namespace WorkerMessage {

@@ -4,6 +4,7 @@
 
 #include <epoxy/gl.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 
@@ -41,6 +42,25 @@ void askForFixedFunction()
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_COMPATIBILITY);
 }
 
+/// Whether a grey that everything is filled with is what is read back everywhere.
+bool comesBack(PictureSize size, std::uint8_t grey)
+{
+    float const component = static_cast<float>(grey) / 255.0F;
+    glPushAttrib(GL_COLOR_BUFFER_BIT);
+    glClearColor(component, component, component, 1.0F);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glPopAttrib();
+    Picture picture(size);
+    std::ranges::fill(picture.pixels, static_cast<std::uint8_t>(~grey));
+    glReadPixels(0, 0, size.width, size.height, GL_RGBA, GL_UNSIGNED_BYTE, picture.pixels.data());
+    constexpr std::size_t components = 4;
+    constexpr std::size_t alpha = 3; // of which there need not be any
+    for (std::size_t i = 0; i < picture.pixels.size(); ++i)
+        if (i % components != alpha && picture.pixels[i] != grey)
+            return false;
+    return true;
+}
+
 } // namespace
 
 HeadlessContext::HeadlessContext(PictureSize size) : size_(size)
@@ -61,6 +81,15 @@ HeadlessContext::HeadlessContext(PictureSize size) : size_(size)
     if (!context_)
         throw ContextError("no OpenGL context without a screen; tried " + reasons);
     checkDrawable();
+    SGRendererManager::shutdown = false;
+}
+
+HeadlessContext::HeadlessContext(PictureSize size, std::string const& driver) : size_(size)
+{
+    open(driver.c_str());
+    checkDrawable();
+    if (!comesBack(size, 0) || !comesBack(size, 255))
+        throw ContextError("what is drawn cannot be read back");
     SGRendererManager::shutdown = false;
 }
 

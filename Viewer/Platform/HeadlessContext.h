@@ -24,6 +24,10 @@ public:
     /// \param size  of what is drawn into, pixels
     /// \throws ContextError
     explicit HeadlessContext(PictureSize size);
+
+    /// By one of SDL's video drivers; if that has a display, in a window that nobody sees.
+    /// \throws ContextError  also where what is drawn cannot be read back: such a window need not have pixels
+    HeadlessContext(PictureSize size, std::string const& driver);
     HeadlessContext(HeadlessContext const&) = delete;
     HeadlessContext& operator=(HeadlessContext const&) = delete;
 

@@ -18,4 +18,10 @@ VideoDriver::~VideoDriver()
     SDL_VideoQuit();
 }
 
+std::string videoDriverInUse()
+{
+    char const* const name = SDL_GetCurrentVideoDriver();
+    return name ? name : "";
+}
+
 } // namespace sgview

@@ -2,6 +2,8 @@
 
 #include <SDL2/SDL_video.h>
 
+#include <string>
+
 namespace sgview {
 
 /// SDL's video driver of a name, for as long as it is needed.
@@ -13,6 +15,9 @@ public:
     VideoDriver& operator=(VideoDriver const&) = delete;
     ~VideoDriver();
 };
+
+/// The name of the video driver that is there just now; empty where none is.
+[[nodiscard]] std::string videoDriverInUse();
 
 struct WindowEnd {
     void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }

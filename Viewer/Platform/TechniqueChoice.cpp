@@ -51,25 +51,6 @@ void storeVerdict(Technique technique)
     preferences.setString(cardKey, cardInUse());
 }
 
-void requireExtensions(Technique technique)
-{
-    std::string const lacking = lackingFor(technique);
-    if (!lacking.empty())
-        throw TechniqueError("technique " + std::string(nameOf(technique)) + ": the OpenGL in use lacks " +
-                             lacking);
-}
-
-void requireAssets(Technique technique)
-{
-    for (std::string_view const asset : assetsFor(technique)) {
-        try {
-            static_cast<void>(AssetManager::getInstance().findFile(std::string(asset)));
-        } catch (AssetError const& error) {
-            throw TechniqueError("technique " + std::string(nameOf(technique)) + ": " + error.what());
-        }
-    }
-}
-
 } // namespace
 
 std::string cardInUse()
@@ -87,6 +68,20 @@ std::string lackingFor(Technique technique)
     return lacking;
 }
 
+std::string obstacleTo(Technique technique)
+{
+    std::string const subject = "technique " + std::string(nameOf(technique)) + ": ";
+    if (std::string const lacking = lackingFor(technique); !lacking.empty())
+        return subject + "the OpenGL in use lacks " + lacking;
+    try {
+        for (std::string_view const asset : assetsFor(technique))
+            static_cast<void>(AssetManager::getInstance().findFile(std::string(asset)));
+    } catch (AssetError const& error) {
+        return subject + error.what();
+    }
+    return {};
+}
+
 Technique storedTechnique(SGRenderer const& renderer)
 {
     if (renderer.isDiagnosticNeeded())
@@ -96,8 +91,8 @@ Technique storedTechnique(SGRenderer const& renderer)
 
 void choose(SGRenderer& renderer, Technique technique)
 {
-    requireExtensions(technique);
-    requireAssets(technique);
+    if (std::string const obstacle = obstacleTo(technique); !obstacle.empty())
+        throw TechniqueError(obstacle);
     SGObject::removeExtraDataEverywhere(recordPrefix);
     storeVerdict(technique);
     renderer.readDiagnosticResults();

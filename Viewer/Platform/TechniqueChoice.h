@@ -33,6 +33,9 @@ using TechniqueFinder = std::function<ChosenTechnique(SGRenderer const&)>;
 /// has them all.
 [[nodiscard]] std::string lackingFor(Technique technique);
 
+/// Why a technique cannot be used here, in one line; empty where it can.
+[[nodiscard]] std::string obstacleTo(Technique technique);
+
 /// The technique of the user's stored verdict, or the plain one where there is none that holds for the card
 /// in use. Writes nothing.
 [[nodiscard]] Technique storedTechnique(SGRenderer const& renderer);

@@ -7,7 +7,7 @@
 
 namespace sgview {
 
-BackgroundDiagnostic::BackgroundDiagnostic(std::optional<std::filesystem::path> module, std::string card)
+BackgroundDiagnostic::BackgroundDiagnostic(std::optional<std::filesystem::path> module, MeasuredCard card)
     : module_(std::move(module)),
       card_(std::move(card)),
       step_(waitingForOthers),

@@ -19,7 +19,7 @@ namespace sgview {
 /// when this goes.
 class BackgroundDiagnostic {
 public:
-    BackgroundDiagnostic(std::optional<std::filesystem::path> module, std::string card);
+    BackgroundDiagnostic(std::optional<std::filesystem::path> module, MeasuredCard card);
 
     [[nodiscard]] bool isDone() const { return done_; }
 
@@ -40,7 +40,7 @@ private:
 
     HeldSignals signals_; ///< inherited by thread_
     std::optional<std::filesystem::path> module_;
-    std::string card_;
+    MeasuredCard card_;
     std::string step_; ///< guarded by mutex_
     mutable std::mutex mutex_;
     std::atomic<bool> done_ = false;

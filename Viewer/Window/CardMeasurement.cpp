@@ -22,7 +22,8 @@ void CardMeasurement::start()
         return;
     failure_.clear();
     isCancelled_ = false;
-    run_ = std::make_unique<BackgroundDiagnostic>(module_, knowledge().card);
+    run_ =
+        std::make_unique<BackgroundDiagnostic>(module_, MeasuredCard{knowledge().card, videoDriverInUse()});
     step_ = run_->step();
 }
 

@@ -79,20 +79,20 @@ void buildSpeed(Diagnosis const& diagnosis)
         ImGui::TextUnformatted("No technique was timed.");
 }
 
-void buildDeath(std::optional<JournalEntry> const& death)
+void buildDeath(CardKnowledge const& known)
 {
-    if (!death)
+    if (!known.diedHere())
         return;
     addHeading("Last run");
-    ImGui::TextWrapped("It %s (%s UTC, process %s).", inWords(*death).c_str(), death->time.c_str(),
-                       death->process.c_str());
+    ImGui::TextWrapped("It %s (%s UTC, process %s).", inWords(*known.death).c_str(),
+                       known.death->time.c_str(), known.death->process.c_str());
     ImGui::TextWrapped("Until a run ends well, windows open with the plain technique, and measure only where "
                        "asked to.");
 }
 
 void buildKnowledge(CardKnowledge const& known)
 {
-    buildDeath(known.death);
+    buildDeath(known);
     addHeading("Graphics card");
     addEntry("in use", known.card);
     addEntry("offers", inWords(known.claims));

@@ -148,6 +148,16 @@ TEST_F(Card, WithTheExtensionIsAskedForTwelveLimits)
               Calls{"glGetString(GL_EXTENSIONS)"} + limitQueries + Calls{"glGetString(GL_RENDERER)"});
 }
 
+TEST_F(Card, IsAskedForTheLimitsThatNobodyReads)
+{
+    Log::getInstance().setEnabled("opengl", false);
+    offerVertexPrograms(127);
+    EXPECT_TRUE(Diagnostic::tryVertexProgram());
+    EXPECT_EQ(log.text(), "");
+    EXPECT_EQ(gl.calls(),
+              Calls{"glGetString(GL_EXTENSIONS)"} + limitQueries + Calls{"glGetString(GL_RENDERER)"});
+}
+
 TEST_F(Card, ThatRunsProgramsOnTheProcessorIsLeftOutWithoutAWord)
 {
     offerVertexPrograms(0);

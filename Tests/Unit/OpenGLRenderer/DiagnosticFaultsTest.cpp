@@ -141,6 +141,9 @@ std::vector<Fault> claimFaults()
         {"OneNativeInstruction",
          [](Card& card) { card.gl.setProgramLimit(GL_MAX_PROGRAM_NATIVE_INSTRUCTIONS_ARB, 1); },
          scene() + limits("1") + claims(both) + buffers() + base() + program() + right + programWins, both},
+        {"FewerThanNoNativeInstructions",
+         [](Card& card) { card.gl.setProgramLimit(GL_MAX_PROGRAM_NATIVE_INSTRUCTIONS_ARB, -1); },
+         scene() + limits("-1") + claims(both) + buffers() + base() + program() + right + programWins, both},
         {"RefusedCardWithoutNativeInstructions",
          [](Card& card) {
              card.gl.setString(GL_RENDERER, "Radeon 9200");

@@ -140,6 +140,19 @@ TEST_F(DiagnosticRunTest, StoresTheVerdictAndAppliesIt)
     EXPECT_EQ(GLRenderer::renderer->referenceCount(), 1);
 }
 
+TEST_F(DiagnosticRunTest, StoresTheVerdictOnceItIsAppliedAndBeforeTheLastLines)
+{
+    std::vector<std::vector<smart_ptr<SGNodeVisitor>>> applied;
+    std::vector<std::string> said;
+    prefs.store->whenAsked = [&] {
+        applied.push_back(GLRenderer::renderer->strategy);
+        said.push_back(log.text());
+    };
+    GLRenderer::renderer->runDiagnostic();
+    EXPECT_THAT(applied, testing::AllOf(testing::SizeIs(4), testing::Each(GLRenderer::renderer->strategy)));
+    EXPECT_THAT(said, testing::Each(testing::EndsWith("opengl: vertex program is faster: enabling\n")));
+}
+
 TEST_F(DiagnosticRunTest, ShowsTheHostFourPictures)
 {
     std::vector<Picture> shown;

@@ -21,8 +21,8 @@ TEST(ExtraDataKeys, AreFoundByThePrefix)
 {
     using namespace ExtraDataKeys;
     for (SGExtraDataKey const& key :
-         {colorizerDatabase, floats, floatsIndices, floatsWeights, noVBO, texture, triangleFlipperDatabase,
-          unanimatedData, uncolorizedTextureData, unflippedTriangleData, vbo, vboBoneIndices, vboBoneWeights,
-          vertexProgramData, vertexShaderData, viewMatrix})
+         {colorizerDatabase, floats, floatsIndices, floatsWeights, noVBO, skinnedSurface, skinningPlans,
+          texture, triangleFlipperDatabase, unanimatedData, uncolorizedTextureData, unflippedTriangleData,
+          vbo, vboBoneIndices, vboBoneWeights, vertexProgramData, vertexShaderData, viewMatrix})
         EXPECT_TRUE(key.name().starts_with(prefix)) << key.name();
 }

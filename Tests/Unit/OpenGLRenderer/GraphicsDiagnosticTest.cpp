@@ -154,6 +154,16 @@ TEST_F(DiagnosticNeed, DoesNotStopStoredFlagsFromBeingApplied)
     EXPECT_EQ(renderer.referenceCount(), 1);
 }
 
+TEST_F(DiagnosticNeed, SaysThatItReadsBeforeItDoes)
+{
+    std::vector<std::string> said;
+    prefs.store->whenAsked = [&] { said.push_back(log.text()); };
+    GLRenderer::renderer->readDiagnosticResults();
+    EXPECT_THAT(said, testing::AllOf(testing::SizeIs(3),
+                                     testing::Each("opengl: Reading graphics diagnostic results from "
+                                                   "preferences\n")));
+}
+
 TEST_F(DiagnosticNeed, ReplacesTheWholeStrategyByWhatIsStored)
 {
     GLRenderer& renderer = *GLRenderer::renderer;

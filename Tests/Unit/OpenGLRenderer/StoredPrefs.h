@@ -2,7 +2,9 @@
 
 #include "Utilities/MemoryPrefs.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace RendererTesting {
@@ -12,16 +14,25 @@ class NotingPrefs : public MemoryPrefs {
 public:
     [[nodiscard]] std::string getString(std::string const& key) const override
     {
-        notes.push_back("get " + key);
+        note("get " + key);
         return MemoryPrefs::getString(key);
     }
     void setString(std::string const& key, std::string const& value) override
     {
-        notes.push_back("set " + key + " = " + value);
+        note("set " + key + " = " + value);
         MemoryPrefs::setString(key, value);
     }
 
     mutable std::vector<std::string> notes;
+    std::function<void()> whenAsked; ///< before each
+
+private:
+    void note(std::string text) const
+    {
+        notes.push_back(std::move(text));
+        if (whenAsked)
+            whenAsked();
+    }
 };
 
 /// The process's preferences while it lives: empty at first, made on first use.

@@ -209,7 +209,9 @@ static_assert(Capabilities() == Capabilities{false, false, false});
 TEST_F(Strategy, IsTheOneInTheTableForEveryRecord)
 {
     for (Row const& row : table) {
+        LogCapture const log;
         auto const strategy = Strategist::computeStrategy(row.caps);
+        EXPECT_EQ(log.text(), "");
         EXPECT_THAT(gl.calls(), testing::IsEmpty());
         EXPECT_EQ(describe(strategy), row.passes)
             << row.caps.vbo << row.caps.vertexProgram << row.caps.vertexShader;

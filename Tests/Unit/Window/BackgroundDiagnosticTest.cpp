@@ -47,7 +47,7 @@ protected:
 
 TEST_F(LockedOut, RunWaitsAndCanBeStopped)
 {
-    BackgroundDiagnostic run(std::nullopt, "card");
+    BackgroundDiagnostic run(std::nullopt, {"card", "offscreen"});
     std::this_thread::sleep_for(100ms);
     EXPECT_FALSE(run.isDone());
     EXPECT_EQ(run.step(), waitingForOthers);
@@ -61,7 +61,7 @@ TEST_F(LockedOut, RunThatGoesIsStopped)
 {
     auto const start = std::chrono::steady_clock::now();
     {
-        BackgroundDiagnostic const run(std::nullopt, "card");
+        BackgroundDiagnostic const run(std::nullopt, {"card", "offscreen"});
     }
     EXPECT_LT(std::chrono::steady_clock::now() - start, DiagnosticOptions::usualTimeLimit / 2);
 }
@@ -69,7 +69,7 @@ TEST_F(LockedOut, RunThatGoesIsStopped)
 TEST_F(LockedOut, RunHoldsBackSignalsForTheMainThread)
 {
     {
-        BackgroundDiagnostic const run(std::nullopt, "card");
+        BackgroundDiagnostic const run(std::nullopt, {"card", "offscreen"});
         for (int const signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT})
             EXPECT_TRUE(isBlocked(signal));
     }
