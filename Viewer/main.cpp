@@ -4,6 +4,7 @@
 #include "Viewer/Commands/Commands.h"
 #include "Viewer/Diagnosis/DiagnosticWorker.h"
 #include "Viewer/Import/ImportWorker.h"
+#include "Viewer/Platform/OutputFile.h"
 
 #include <csignal>
 #include <exception>
@@ -28,6 +29,14 @@ void occupyClosedStreams()
         ::close(opened);
 }
 
+/// As a program ends that knows nothing of the signal: without a word, which "sgview info FILE | head" wants.
+/// Whoever has the signal ignored is told by an exit status.
+void endForWantOfAReader(void (*whenReaderGoes)(int))
+{
+    std::signal(SIGPIPE, whenReaderGoes);
+    std::raise(SIGPIPE);
+}
+
 void runAsAsked(int argc, char const* const* argv)
 {
     std::optional<sgview::CommandLine> const line = sgview::parseCommandLine(argc, argv);
@@ -47,12 +56,16 @@ int main(int argc, char** argv)
     if (sgview::isDiagnosticWorker(argc, argv))
         return sgview::diagnosticWorkerMain(argc, argv);
 
-    // A file that may grow no further is an error like any other, and so is a pipe that nobody reads.
+    // A file that may grow no further is an error like any other. At a pipe that nobody reads, what is half
+    // done is cleared away first.
     std::signal(SIGXFSZ, SIG_IGN);
-    std::signal(SIGPIPE, SIG_IGN);
+    auto* const whenReaderGoes = std::signal(SIGPIPE, SIG_IGN);
     try {
         runAsAsked(argc, argv);
         return done;
+    } catch (sgview::ReaderGone const& gone) {
+        endForWantOfAReader(whenReaderGoes);
+        sgview::printError(gone.what());
     } catch (sgview::UsageError const& error) {
         sgview::printError(error.what());
         return badUsage;

@@ -61,6 +61,21 @@ void expectCounts(json const& counts, std::size_t frames)
     EXPECT_LE(counts["median"], counts["most"]);
 }
 
+TEST_F(BenchCommand, OneIsNotSeveral)
+{
+    auto const count = [&](std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(),
+                         {"bench", "--frames", "1", "--size", "8x8", "--technique", "plain"});
+        std::string const text = runWell(arguments);
+        std::size_t const start = text.find(": ") + 2;
+        return text.substr(start, text.find(',') - start);
+    };
+    EXPECT_EQ(count({"--scene", creature()}), "1 model");
+    EXPECT_EQ(count({"--scene", creature(), "--count", "2"}), "2 models");
+    EXPECT_EQ(count({"--scene", "many", "--count", "1"}), "1 surface");
+    EXPECT_EQ(count({"--scene", "deep", "--count", "1"}), "1 nested transform");
+}
+
 TEST_F(BenchCommand, JsonHasAllFigures)
 {
     json const result = bench(

@@ -329,6 +329,8 @@ TEST_F(CompareCommand, SheetsShowWhatIsAskedFor)
                                                {"--azimuth", "120"},
                                                {"--elevation", "60"},
                                                {"--zoom", "0.5"},
+                                               {"--up", "z"},
+                                               {"--orthographic"},
                                                {"--unlit"},
                                                {"--mirror"},
                                                {"--wireframe"}}) {

@@ -77,14 +77,17 @@ TEST_F(Configuration, SetsWhatTheOptionSets)
 {
     std::vector<std::string> const arguments{creature(), "--size", "64x48"};
     std::string const usual = render("a.png", arguments);
-    configure("[render]\nwireframe = true\nbackground = \"#204060\" # a comment\n\n\tazimuth = -45\r\n");
+    configure("[render]\nwireframe = true\nbackground = \"#204060\" # a comment\n\n\tazimuth = -45\r\n"
+              "up = z\northographic = true\n");
     std::string const configured = render("a.png", arguments);
     EXPECT_NE(configured, usual);
     std::vector<std::string> typed = arguments;
-    typed.insert(typed.end(), {"--no-config", "-w", "-b", "#204060", "--azimuth", "-45"});
+    typed.insert(typed.end(),
+                 {"--no-config", "-w", "-b", "#204060", "--azimuth", "-45", "--up", "z", "--orthographic"});
     EXPECT_EQ(render("a.png", typed), configured);
     typed = arguments;
-    typed.insert(typed.end(), {"--wireframe=false", "-b", "#ffffff", "--azimuth", "30"});
+    typed.insert(typed.end(), {"--wireframe=false", "-b", "#ffffff", "--azimuth", "30", "--up", "y",
+                               "--orthographic=false"});
     EXPECT_EQ(render("a.png", typed), usual);
 }
 

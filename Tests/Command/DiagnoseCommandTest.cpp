@@ -99,7 +99,7 @@ TEST_F(DiagnoseCommand, VerdictThatHoldsIsNotMeasuredAnew)
     EXPECT_EQ(again.status, 0);
     EXPECT_THAT(again.errors, Not(HasSubstr("Running graphics diagnostics")));
     EXPECT_THAT(again.output, AllOf(StartsWith("Stored verdict\n  card"),
-                                    ContainsRegex("\n  vertex program +True\n"), HasSubstr("--force")));
+                                    ContainsRegex("\n  vertex program +on\n"), HasSubstr("--force")));
     EXPECT_THAT(diagnose({"--force", "--log", "opengl"}, withFaults()).errors,
                 HasSubstr("opengl: Running graphics diagnostics\n"));
     EXPECT_EQ(preferences(), stored);
@@ -247,14 +247,17 @@ TEST_F(DiagnoseCommand, WhyNamesTheRule)
     EXPECT_THAT(why("GL_CARD = old card\n"), HasSubstr("another card: the verdict is for 'old card'"));
     EXPECT_EQ(diagnose({"--force"}, withFaults()).status, 0);
     std::string const good = preferences();
-    EXPECT_THAT(why(good), HasSubstr("No new run is needed: all fits"));
+    EXPECT_THAT(why(good),
+                AllOf(HasSubstr("No new run is needed: all fits"), HasSubstr("vertex shader off No new run"),
+                      HasSubstr("vertex shader fits: never tried, as the diagnostic leaves it out"),
+                      Not(HasSubstr("True")), Not(HasSubstr("False"))));
     auto const with = [&](std::string const& from, std::string const& to) {
         return std::regex_replace(good, std::regex(from), to);
     };
     EXPECT_THAT(why(with("GL_VBO = True\n", "")), HasSubstr("missing entry: the card offers it"));
     EXPECT_THAT(why(with("GL_VBO = True", "GL_VBO = yes")), HasSubstr("neither spelling: 'yes'"));
     EXPECT_THAT(why(with("GL_VertexShader = False", "GL_VertexShader = True")),
-                HasSubstr("claims more than the card has: 'True'"));
+                HasSubstr("vertex shader claims more than a run grants: the verdict says on; never tried"));
     EXPECT_EQ(preferences(), with("GL_VertexShader = False", "GL_VertexShader = True"));
 }
 

@@ -129,6 +129,8 @@ TEST_F(Failure, Numbers)
     for (char const* number : {"0", "-1", "1001", "nan"})
         expectBadOption({"--zoom", number},
                         "--zoom: '" + std::string(number) + "' is not a number from 0.001 to 1000");
+    for (char const* axis : {"w", "Z", "-z", "xy", ""})
+        expectBadOption({"--up", axis}, "--up: '" + std::string(axis) + "' is not an axis: y, z or x");
     for (char const* number : {"0", "-1", "1.5", "1048577", "4294967297"})
         expectBadOption({"--memory-limit", number}, "--memory-limit: '" + std::string(number) +
                                                         "' is not a whole number from 1 to 1048576");

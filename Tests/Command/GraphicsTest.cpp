@@ -45,7 +45,11 @@ TEST_F(Graphics, TheStoredVerdict)
     EXPECT_EQ(known["verdict"]["holds"], true);
     EXPECT_EQ(known["verdict"]["stored"]["GL_CARD"], name);
     EXPECT_EQ(known["technique"], "program+vbo");
-    EXPECT_THAT(runWell({"info", "--gpu"}, asNewUser()), HasSubstr("verdict:     stored, for this card\n"));
+    EXPECT_EQ(known["verdict"]["stored"]["GL_VBO"], "True") << "as it is stored";
+    std::string const text = runWell({"info", "--gpu"}, asNewUser());
+    EXPECT_THAT(text, HasSubstr("verdict:     stored, for this card\n"));
+    EXPECT_THAT(text, HasSubstr("  GL_VBO            on\n"));
+    EXPECT_THAT(text, HasSubstr("  GL_VertexShader   off\n"));
 
     writeFile("user/OpenGLRenderer/preferences", "GL_CARD = another" + flags);
     EXPECT_EQ(card()["verdict"]["holds"], false);

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <sstream>
 
 namespace {
 
@@ -159,6 +160,49 @@ TEST_F(InfoCommand, NamesSteerNoTerminal)
     EXPECT_TRUE(std::ranges::all_of(text, [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); }))
         << text;
     EXPECT_EQ(json::parse(text)["materials"], json({name}));
+}
+
+TEST_F(InfoCommand, SeveralModels)
+{
+    std::string const rigid = testModel("rigid.gltf");
+    EXPECT_EQ(runWell({"info", rigid, creature()}),
+              runWell({"info", rigid}) + "\n" + runWell({"info", creature()}));
+    std::string const lines = runWell({"info", rigid, creature(), "--json"});
+    std::size_t const end = lines.find('\n');
+    EXPECT_EQ(json::parse(lines.substr(0, end)), info({rigid})) << "an object a line";
+    EXPECT_EQ(json::parse(lines.substr(end + 1)), info({creature()}));
+    EXPECT_EQ(std::ranges::count(lines, '\n'), 2);
+}
+
+TEST_F(InfoCommand, OneBadModelDoesNotKeepTheOthersBack)
+{
+    std::vector<std::string> arguments{
+        "info", "missing.obj", testModel("rigid.gltf"), testModel("lines.gltf"), "--animation", "7"};
+    std::string const errors = "sgview: missing.obj: there is no such file\n"
+                               "sgview: --animation: " +
+                               testModel("rigid.gltf") +
+                               " has no animation '7'; it has 0 'lift'\n"
+                               "sgview: warning: no animation in " +
+                               testModel("lines.gltf") +
+                               "; taken in its rest pose\n"
+                               "sgview: 2 of 3 models could not be described\n";
+    Outcome const text = run(arguments);
+    EXPECT_EQ(text.status, 1);
+    EXPECT_EQ(text.errors, errors);
+    EXPECT_THAT(text.output, StartsWith("file:        " + testModel("lines.gltf") + "\n"));
+    arguments.emplace_back("--json");
+    Outcome const asJson = run(arguments);
+    EXPECT_EQ(asJson.status, 1);
+    EXPECT_EQ(asJson.errors, errors);
+    std::istringstream stream(asJson.output);
+    std::vector<json> lines;
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(json::parse(line));
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[0], json::parse(R"({"file": "missing.obj", "error": {"kind": "not found",
+                                        "message": "missing.obj: there is no such file"}})"));
+    EXPECT_EQ(lines[1]["error"]["kind"], "usage");
+    EXPECT_EQ(lines[2]["file"], testModel("lines.gltf"));
 }
 
 TEST_F(InfoCommand, FullStandardOutput)

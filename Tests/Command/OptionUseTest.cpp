@@ -44,7 +44,8 @@ protected:
     }
 
     Arguments const import{"--texture-folder", ".", "--memory-limit", "900", "--time-limit", "9"};
-    Arguments const view{"--azimuth", "1", "--elevation", "2", "--zoom", "1.5"};
+    Arguments const view{"--azimuth", "1", "--elevation",   "2", "--zoom", "1.5",
+                         "--up",      "z", "--orthographic"};
     Arguments const scene{"--background", "#102030", "--colorize", "#ffffff,#000000",
                           "--wireframe",  "--unlit", "--mirror"};
     Arguments const general{"--quiet", "--config", "settings", "--module", SG_LIBRARIES};
@@ -90,7 +91,7 @@ TEST_F(OptionUse, Demo)
 TEST_F(OptionUse, Compare)
 {
     Arguments sheet{creature(), "--animation", "swim",  "--times",  "1", "--output",
-                    "a.png",    "--size",      "16x16", "--device", "0"};
+                    "a.png",    "--size",      "64x48", "--device", "0"};
     for (Arguments const& further : {import, view, scene, general})
         sheet = with(sheet, further);
     use("compare", sheet);

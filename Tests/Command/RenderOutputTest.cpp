@@ -211,22 +211,25 @@ TEST_F(RenderOutput, PicturesSayWhatTheyAre)
     EXPECT_NE(notes.at("Renderer"), "");
     EXPECT_EQ(notes.at("Technique"), "vbo");
     EXPECT_EQ(notes.at("Model"), "creature.glb");
-    EXPECT_EQ(notes.at("Camera"), "azimuth 150, elevation 20, zoom 1");
+    EXPECT_EQ(notes.at("Camera"), "azimuth 150, elevation 20, zoom 1, y up");
     EXPECT_EQ(notes.at("Frame"), "3");
     EXPECT_EQ(notes.at("Command line"),
               "sgview render creature.glb --animation swim --time 0 --turntable 8 --fps 25 --azimuth 15 "
-              "--elevation 20 --zoom 1 --size 40x30 --supersample 1 --background '#ffffff' --technique vbo "
-              "--frames 3");
+              "--elevation 20 --zoom 1 --up y --size 40x30 --supersample 1 --background '#ffffff' "
+              "--technique vbo --frames 3");
     static_cast<void>(render("b.png", {creature()}));
     EXPECT_FALSE(notesOf("b.png").contains("Frame"));
+    static_cast<void>(render("c.png", {creature(), "--up", "z", "--orthographic"}));
+    EXPECT_EQ(notesOf("c.png").at("Camera"), "azimuth 30, elevation 20, zoom 1, z up, orthographic");
 }
 
 TEST_F(RenderOutput, TheCommandLineDrawsThePictureAgain)
 {
     std::filesystem::copy_file(creature(), folder / "sea 'creature'.glb");
-    static_cast<void>(render("a.png", {"sea 'creature'.glb", "--animation", "look", "--time", "0.25",
-                                       "--max-size", "60", "--colorize", "#ff0000,#400000", "--mirror",
-                                       "--background", "transparent", "--zoom", "1.5"}));
+    static_cast<void>(
+        render("a.png", {"sea 'creature'.glb", "--animation", "look", "--time", "0.25", "--max-size", "60",
+                         "--colorize", "#ff0000,#400000", "--mirror", "--background", "transparent", "--zoom",
+                         "1.5", "--up", "x", "--orthographic"}));
     std::string const command = notesOf("a.png").at("Command line");
     EXPECT_THAT(command,
                 StartsWith("sgview render 'sea '\\''creature'\\''.glb' --animation look --time 0.25 "));

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <csignal>
 #include <thread>
 
 #include <fcntl.h>
@@ -114,8 +115,10 @@ TEST_F(RenderPipe, ReaderThatGoesAway)
             arguments[5] = "pipe";
         else
             circumstances.output = pipe;
-        expectFailure(arguments, 1, std::string(named ? "pipe" : "standard output") + ": Broken pipe",
-                      circumstances);
+        Outcome const outcome = run(arguments, circumstances);
+        EXPECT_EQ(outcome.signal, SIGPIPE);
+        EXPECT_EQ(outcome.errors, "");
+        EXPECT_EQ(filesInFolder(), std::vector<std::string>{"pipe"});
         reader.join();
     }
 }

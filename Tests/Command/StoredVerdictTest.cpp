@@ -52,9 +52,37 @@ TEST(StoredVerdict, GrantedAndNotOffered)
 {
     sgview::VerdictRule const rule = lastRule({"card", {"True", "True", "TRUE"}});
     EXPECT_EQ(rule.subject, "vertex shader");
-    EXPECT_EQ(rule.finding, "claims more than the card has: 'TRUE' is stored");
+    EXPECT_EQ(rule.finding,
+              "claims more than a run grants: the verdict says on; never tried, as the diagnostic "
+              "leaves it out on every card");
     EXPECT_FALSE(rule.holds);
-    EXPECT_FALSE(lastRule({"card", {"True", "False", "False"}}, {false, true, false}).holds);
+    sgview::VerdictRule const buffers = lastRule({"card", {"True", "False", "False"}}, {false, true, false});
+    EXPECT_EQ(buffers.finding,
+              "claims more than a run grants: the verdict says on; the card does not offer it");
+    EXPECT_FALSE(buffers.holds);
+}
+
+TEST(StoredVerdict, SaysWhatIsTriedApartFromWhatIsOffered)
+{
+    auto const rules = sgview::judge({"card", {"FALSE", "", "False"}}, "card", {true, false, false});
+    ASSERT_EQ(rules.size(), 4U);
+    EXPECT_EQ(rules[1].finding, "fits: the card offers it, and the verdict says off");
+    EXPECT_EQ(rules[2].finding, "fits: the card does not offer it, nor does the verdict grant it");
+    EXPECT_EQ(
+        rules[3].finding,
+        "fits: never tried, as the diagnostic leaves it out on every card, nor does the verdict grant it");
+}
+
+TEST(StoredVerdict, EntriesAreForPeopleAndPreferencesAreWordForWord)
+{
+    using Entries = std::vector<std::pair<std::string, std::string>>;
+    StoredVerdict const stored{"True", {"TRUE", "yes", ""}};
+    EXPECT_EQ(stored.entries(), (Entries{{"card", "True"},
+                                         {"buffer objects", "on"},
+                                         {"vertex program", "yes"},
+                                         {"vertex shader", "no entry"}}));
+    EXPECT_EQ(stored.preferences(),
+              (Entries{{"GL_CARD", "True"}, {"GL_VBO", "TRUE"}, {"GL_VertexProgram", "yes"}}));
 }
 
 } // namespace

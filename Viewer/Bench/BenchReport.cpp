@@ -39,6 +39,15 @@ std::string inMebibytes(std::int64_t bytes)
     return withDecimals(static_cast<double>(bytes) / bytesAMebibyte, 1) + " MiB";
 }
 
+/// "64 surfaces", "1 model"
+std::string countInWords(BenchResult const& result)
+{
+    std::string things = result.things;
+    if (result.count == 1)
+        things.pop_back();
+    return std::to_string(result.count) + " " + things;
+}
+
 double largestOf(std::vector<double> const& values)
 {
     return *std::ranges::max_element(values);
@@ -124,7 +133,7 @@ Json countsAsJson(std::vector<double> const& counts)
 
 void writeText(std::ostream& stream, BenchResult const& result)
 {
-    stream << oneLine(result.scene) << ": " << result.count << " " << result.things
+    stream << oneLine(result.scene) << ": " << countInWords(result)
            << (result.moving ? ", every transform moving" : "") << ", " << result.size.width << " x "
            << result.size.height << ", technique " << nameOf(result.technique) << '\n'
            << result.driver

@@ -22,7 +22,7 @@ struct StartFigures {
 struct BenchResult {
     std::string scene; ///< its name, or the model's file
     int count = 0;
-    std::string things; ///< that are counted: "surfaces"
+    std::string things; ///< that are counted, in the plural: "surfaces"
     bool moving = false;
     PictureSize size;
     std::string driver; ///< in OpenGL's words

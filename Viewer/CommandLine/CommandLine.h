@@ -64,8 +64,9 @@ struct RenderRequest {
 };
 
 struct InfoRequest {
-    bool gpu = false; ///< about the graphics card in place of a model
-    ModelRequest model;
+    bool gpu = false; ///< about the graphics card in place of models
+    std::vector<std::filesystem::path> files;
+    ModelRequest model; ///< without its file
     std::optional<std::filesystem::path> module;
     DeviceRequest device;
     bool json = false;

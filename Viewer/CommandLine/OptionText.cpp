@@ -205,6 +205,15 @@ PictureFormat parsePictureFormat(std::string_view text)
     return *found;
 }
 
+CameraView::Up parseUp(std::string_view text)
+{
+    auto const* const found =
+        std::ranges::find(allUpAxes, text, [](CameraView::Up up) { return nameOf(up); });
+    if (found == allUpAxes.end())
+        refuse(text, "an axis: y, z or x");
+    return *found;
+}
+
 Moments parseMoments(std::string_view text)
 {
     std::optional<Moments> const moments = readMoments(text);

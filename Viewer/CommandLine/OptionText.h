@@ -8,6 +8,7 @@
 #include "Viewer/Output/PictureFormat.h"
 #include "Viewer/Platform/Picture.h"
 #include "Viewer/Platform/Technique.h"
+#include "Viewer/Scene/CameraView.h"
 
 #include <cstdint>
 #include <optional>
@@ -56,6 +57,9 @@ namespace sgview {
 
 /// "png", "webp", "rgba" or "y4m".
 [[nodiscard]] PictureFormat parsePictureFormat(std::string_view text);
+
+/// "y", "z" or "x".
+[[nodiscard]] CameraView::Up parseUp(std::string_view text);
 
 /// How many moments, in digits alone, or a list of them in seconds with commas between.
 [[nodiscard]] Moments parseMoments(std::string_view text);

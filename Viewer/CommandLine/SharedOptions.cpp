@@ -200,6 +200,11 @@ void addViewOptions(CLI::App& app, CameraView& view)
         ->type_name("DEGREES");
     addNumber(app, "--zoom", view.zoom, 0.001, 1000.0, "Magnification; at 1 the whole model is in view")
         ->type_name("FACTOR");
+    addOption(app, "--up", view.up, parseUp, "The axis of the file that points up in the picture")
+        ->default_str(std::string(nameOf(view.up)))
+        ->type_name("y|z|x");
+    app.add_flag("--orthographic", view.orthographic,
+                 "Draw without perspective: nothing shrinks with its distance");
 }
 
 void addSceneOptions(CLI::App& app, SceneOptions& scene, bool mayBeTransparent)

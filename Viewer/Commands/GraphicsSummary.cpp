@@ -1,5 +1,6 @@
 #include "Viewer/Commands/GraphicsSummary.h"
 
+#include "Viewer/Diagnosis/StoredVerdict.h"
 #include "Viewer/Report/Json.h"
 
 #include <algorithm>
@@ -50,7 +51,7 @@ void writeText(std::ostream& stream, GraphicsSummary const& summary)
     stream << "limits:\n";
     writeRows(stream, card.limits, asItIs);
     writeHead(stream, "verdict", verdictInWords(summary));
-    writeRows(stream, summary.verdict, asItIs);
+    writeRows(stream, summary.verdict, entryInWords);
     writeHead(stream, "technique", std::string(nameOf(summary.technique)));
 }
 

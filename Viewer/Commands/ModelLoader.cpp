@@ -32,18 +32,24 @@ Model loadCreature(Messages const& messages)
     return loadModel(request, messages);
 }
 
-Index findAnimation(Model const& model, ModelRequest const& request, Messages const& messages)
+Index findAnimation(Model const& model, ModelRequest const& request,
+                    std::function<void(std::string const&)> const& warn)
 {
     if (!request.animation)
         return none;
     if (model.animations.empty()) {
-        messages.warn("no animation in " + request.file.string() + "; taken in its rest pose");
+        warn("no animation in " + request.file.string() + "; taken in its rest pose");
         return none;
     }
     if (std::optional<Index> const found = findAnimation(model, *request.animation))
         return *found;
     throw UsageError("--animation: " + request.file.string() + " has no animation '" + *request.animation +
                      "'; it has " + listOf(model.animations));
+}
+
+Index findAnimation(Model const& model, ModelRequest const& request, Messages const& messages)
+{
+    return findAnimation(model, request, [&messages](std::string const& text) { messages.warn(text); });
 }
 
 } // namespace sgview

@@ -3,6 +3,8 @@
 #include "Viewer/CommandLine/CommandLine.h"
 #include "Viewer/Import/Model.h"
 
+#include <functional>
+
 namespace sgview {
 
 /// \throws ImportError
@@ -14,7 +16,10 @@ namespace sgview {
 
 /// The animation that was asked for by its name, or else by its index; `none` where none was. A model without
 /// any is drawn at rest, with a warning: one command then serves a whole folder of models.
-/// \throws UsageError  naming the animations there are
+/// \param warn  takes the warning, which names the file
+/// \throws UsageError  naming the file and the animations there are
+[[nodiscard]] Index findAnimation(Model const& model, ModelRequest const& request,
+                                  std::function<void(std::string const&)> const& warn);
 [[nodiscard]] Index findAnimation(Model const& model, ModelRequest const& request, Messages const& messages);
 
 } // namespace sgview

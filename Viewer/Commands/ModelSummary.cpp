@@ -4,7 +4,6 @@
 #include "Viewer/Import/ImportError.h"
 #include "Viewer/Import/ModelCheck.h"
 #include "Viewer/Import/ModelCounts.h"
-#include "Viewer/Report/Json.h"
 
 #include <algorithm>
 #include <ostream>
@@ -144,7 +143,7 @@ void writeText(std::ostream& stream, ModelSummary const& summary)
     }
 }
 
-void writeJson(std::ostream& stream, ModelSummary const& summary)
+Json asJson(ModelSummary const& summary)
 {
     Json json;
     json["file"] = summary.file;
@@ -175,15 +174,15 @@ void writeJson(std::ostream& stream, ModelSummary const& summary)
     json["bounds"] = Json::array();
     for (SurfaceBounds const& surface : summary.bounds)
         json["bounds"].push_back(asJson(surface));
-    writeLines(stream, json);
+    return json;
 }
 
-void writeFailureJson(std::ostream& stream, std::string const& file, ImportError const& error)
+Json failureAsJson(std::string const& file, std::string_view kind, std::string_view message)
 {
     Json json;
     json["file"] = file;
-    json["error"] = {{"kind", nameOf(error.failure())}, {"message", error.what()}};
-    writeLines(stream, json);
+    json["error"] = {{"kind", kind}, {"message", message}};
+    return json;
 }
 
 } // namespace sgview

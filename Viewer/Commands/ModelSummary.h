@@ -1,12 +1,13 @@
 #pragma once
 
-#include "Viewer/Import/ImportError.h"
 #include "Viewer/Import/Model.h"
+#include "Viewer/Report/Json.h"
 #include "Viewer/Scene/ModelInstance.h"
 
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sgview {
@@ -52,11 +53,12 @@ struct ModelSummary {
 /// All but the pose and the bounds.
 [[nodiscard]] ModelSummary summarise(std::string file, Model const& model);
 
-/// For people, and as one JSON object. Numbers have all digits that count.
+/// For people. Numbers have all digits that count.
 void writeText(std::ostream& stream, ModelSummary const& summary);
-void writeJson(std::ostream& stream, ModelSummary const& summary);
 
-/// Why there is no summary, as one JSON object: the file and an error of kind and message.
-void writeFailureJson(std::ostream& stream, std::string const& file, ImportError const& error);
+[[nodiscard]] Json asJson(ModelSummary const& summary);
+
+/// Why there is no summary: the file and an error of kind and message.
+[[nodiscard]] Json failureAsJson(std::string const& file, std::string_view kind, std::string_view message);
 
 } // namespace sgview

@@ -37,7 +37,7 @@ RenderOutcome drawModel(RenderSession& session, PictureSubject const& subject)
     RenderOutcome outcome;
     outcome.model = subject.model;
     try {
-        session.draw(subject, outcome.pictures);
+        session.draw(subject, outcome);
     } catch (ContextError const&) {
         throw;
     } catch (SGModuleError const&) {
@@ -71,7 +71,7 @@ void run(RenderRequest const& request, Messages const& messages)
         if (outcome.error && count == 1)
             std::rethrow_exception(outcome.error);
         if (outcome.error)
-            printError(messageOf(outcome.error));
+            printError(errorLine(outcome));
         failures += outcome.error ? 1 : 0;
     }
     if (failures != 0)

@@ -71,6 +71,9 @@ std::string commandFor(RenderRequest const& request, std::filesystem::path const
     words.add("--azimuth", exactText(request.view.azimuth));
     words.add("--elevation", exactText(request.view.elevation));
     words.add("--zoom", exactText(request.view.zoom));
+    words.add("--up", std::string(nameOf(request.view.up)));
+    if (request.view.orthographic)
+        words.add("--orthographic");
     PictureSize const size = pictureSizeOf(request);
     words.add("--size", std::to_string(size.width) + "x" + std::to_string(size.height));
     words.add("--supersample", std::to_string(request.supersample));
@@ -101,7 +104,8 @@ PictureNotes RenderNotes::of(std::uint32_t frame, double turn) const
     PictureNotes notes = common_;
     notes.emplace_back("Camera", "azimuth " + exactText(std::fmod(view_.azimuth + turn, 360.0)) +
                                      ", elevation " + exactText(view_.elevation) + ", zoom " +
-                                     exactText(view_.zoom));
+                                     exactText(view_.zoom) + ", " + std::string(nameOf(view_.up)) + " up" +
+                                     (view_.orthographic ? ", orthographic" : ""));
     std::string command = command_;
     if (isFilm_) {
         notes.emplace_back("Frame", std::to_string(frame));

@@ -13,7 +13,8 @@ namespace sgview {
 
 namespace {
 
-/// "drawing" for what is none of the others.
+constexpr char const* otherKind = "drawing";
+
 std::string kindOf(std::exception_ptr const& error)
 {
     try {
@@ -25,7 +26,7 @@ std::string kindOf(std::exception_ptr const& error)
     } catch (UsageError const&) {
         return "usage";
     } catch (...) {
-        return "drawing";
+        return otherKind;
     }
 }
 
@@ -42,15 +43,23 @@ std::string messageOf(std::exception_ptr const& error)
     }
 }
 
+std::string errorLine(RenderOutcome const& outcome)
+{
+    std::string const message = messageOf(outcome.error);
+    return kindOf(outcome.error) == otherKind ? outcome.model.string() + ": " + message : message;
+}
+
 void writeJsonLine(std::ostream& stream, RenderOutcome const& outcome)
 {
     Json json;
     json["file"] = outcome.model.string();
     json["outcome"] = outcome.error ? "failed" : "done";
     json["seconds"] = std::round(1000.0 * outcome.seconds) / 1000.0;
+    json["technique"] = outcome.technique ? Json(nameOf(*outcome.technique)) : Json();
     json["pictures"] = Json::array();
     for (std::filesystem::path const& picture : outcome.pictures)
         json["pictures"].push_back(picture.string());
+    json["warnings"] = outcome.warnings;
     if (outcome.error)
         json["error"] = {{"kind", kindOf(outcome.error)}, {"message", messageOf(outcome.error)}};
     writeLine(stream, json);

@@ -5,6 +5,7 @@
 #include "Viewer/Diagnosis/DiagnosisReportStyle.h"
 #include "Viewer/Report/HtmlWriter.h"
 #include "Viewer/Report/NumberText.h"
+#include "Viewer/Report/UtcTime.h"
 
 #include <algorithm>
 #include <sstream>
@@ -14,6 +15,7 @@ namespace sgview {
 namespace {
 
 using Flag = Diagnosis::Flag;
+using Moment = std::chrono::system_clock::time_point;
 
 bool holds(TechniqueFlags const& flags, Flag flag)
 {
@@ -104,7 +106,16 @@ void writeKeyFigures(HtmlWriter& html, Diagnosis const& diagnosis)
     });
 }
 
-void writeHeader(HtmlWriter& html, Diagnosis const& diagnosis, std::string_view ending)
+void writeOrigin(HtmlWriter& html, Moment written)
+{
+    std::string const time = utcText(written);
+    html.element("p", {{"class", "muted"}}, [&] {
+        html.text("Written by sgview " SG_VERSION " on ");
+        html.element("time", {{"datetime", time + "Z"}}, time + " UTC");
+    });
+}
+
+void writeHeader(HtmlWriter& html, Diagnosis const& diagnosis, std::string_view ending, Moment written)
 {
     html.element("header", {}, [&] {
         html.element("h1", {}, [&] {
@@ -114,6 +125,7 @@ void writeHeader(HtmlWriter& html, Diagnosis const& diagnosis, std::string_view 
         html.element("p", {{"class", "card"}}, [&] {
             html.element("bdi", {}, diagnosis.card.empty() ? "The card is not known." : diagnosis.card);
         });
+        writeOrigin(html, written);
         writeEnding(html, diagnosis, ending);
         writeKeyFigures(html, diagnosis);
     });
@@ -197,13 +209,13 @@ void writeMain(HtmlWriter& html, Diagnosis const& diagnosis)
 
 } // namespace
 
-void writeReport(std::ostream& out, Diagnosis const& diagnosis, std::string_view ending)
+void writeReport(std::ostream& out, Diagnosis const& diagnosis, std::string_view ending, Moment written)
 {
     HtmlWriter html(out);
     html.element("html", {{"lang", "en"}}, [&] {
         writeHead(html);
         html.element("body", {}, [&] {
-            writeHeader(html, diagnosis, ending);
+            writeHeader(html, diagnosis, ending, written);
             html.element("main", {}, [&] { writeMain(html, diagnosis); });
             html.element("footer", {}, "Figures are rounded here; the log has them as they were measured.");
         });
@@ -213,7 +225,7 @@ void writeReport(std::ostream& out, Diagnosis const& diagnosis, std::string_view
 std::string reportOn(SupervisedDiagnosis const& run)
 {
     std::ostringstream page;
-    writeReport(page, run.diagnosis, run.ending());
+    writeReport(page, run.diagnosis, run.ending(), std::chrono::system_clock::now());
     return page.str();
 }
 

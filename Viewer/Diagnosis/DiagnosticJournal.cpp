@@ -3,9 +3,9 @@
 #include "Utilities/DurableFile.h"
 #include "Utilities/PrefsFile.h"
 #include "Utilities/PrefsText.h"
+#include "Viewer/Report/UtcTime.h"
 
-#include <array>
-#include <ctime>
+#include <chrono>
 #include <system_error>
 #include <utility>
 
@@ -19,15 +19,6 @@ namespace fs = std::filesystem;
 
 constexpr char const* fileName = "diagnostic-journal";
 constexpr std::size_t longestFile = std::size_t{1} << 16;
-
-std::string now()
-{
-    std::time_t const seconds = std::time(nullptr);
-    std::tm parts{};
-    ::gmtime_r(&seconds, &parts);
-    std::array<char, 32> text{};
-    return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &parts)};
-}
 
 fs::path lockFor(fs::path const& file)
 {
@@ -95,7 +86,11 @@ bool DiagnosticJournal::isHeld() const
 
 JournalEntry makeEntry(std::string card, std::string step)
 {
-    return {std::move(card), std::move(step), std::to_string(::getpid()), now(), {}};
+    return {std::move(card),
+            std::move(step),
+            std::to_string(::getpid()),
+            utcText(std::chrono::system_clock::now()),
+            {}};
 }
 
 std::string inWords(JournalEntry const& entry)

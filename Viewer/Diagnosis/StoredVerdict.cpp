@@ -44,19 +44,26 @@ public:
     }
 };
 
+/// A card may well offer vertex shaders; the renderer believes none.
+std::string whyUnclaimed(Diagnosis::Flag flag)
+{
+    return flag == Diagnosis::Flag::vertexShader
+               ? "never tried, as the diagnostic leaves it out on every card"
+               : "the card does not offer it";
+}
+
 VerdictRule ruleOf(Diagnosis::Flag flag, std::string const& stored, bool isClaimed)
 {
     std::string const subject(nameOf(flag));
-    std::string const quoted = "'" + stored + "'";
     if (!isClaimed && isTrue(stored))
-        return {subject, false, "claims more than the card has: " + quoted + " is stored"};
+        return {subject, false, "claims more than a run grants: the verdict says on; " + whyUnclaimed(flag)};
     if (!isClaimed)
-        return {subject, true, "fits: the card does not offer it, nor does the verdict grant it"};
+        return {subject, true, "fits: " + whyUnclaimed(flag) + ", nor does the verdict grant it"};
     if (stored.empty())
         return {subject, false, "missing entry: the card offers it, and nothing is stored"};
     if (!isTrue(stored) && !isFalse(stored))
-        return {subject, false, "neither spelling: " + quoted + " is neither true nor false"};
-    return {subject, true, "fits: the card offers it, and " + quoted + " is stored"};
+        return {subject, false, "neither spelling: '" + stored + "' is neither true nor false"};
+    return {subject, true, "fits: the card offers it, and the verdict says " + entryInWords(stored)};
 }
 
 } // namespace
@@ -71,7 +78,7 @@ std::vector<std::pair<std::string, std::string>> StoredVerdict::entries() const
     auto const text = [](std::string const& entry) { return entry.empty() ? "no entry" : entry; };
     std::vector<std::pair<std::string, std::string>> list{{"card", text(card)}};
     for (std::size_t i = 0; i < allFlags.size(); ++i)
-        list.emplace_back(nameOf(allFlags[i]), text(flags[i]));
+        list.emplace_back(nameOf(allFlags[i]), text(entryInWords(flags[i])));
     return list;
 }
 
@@ -82,6 +89,11 @@ std::vector<std::pair<std::string, std::string>> StoredVerdict::preferences() co
         list.emplace_back(flagKeys[i], flags[i]);
     std::erase_if(list, [](auto const& entry) { return entry.second.empty(); });
     return list;
+}
+
+std::string entryInWords(std::string const& entry)
+{
+    return isTrue(entry) ? "on" : isFalse(entry) ? "off" : entry;
 }
 
 StoredVerdict readStoredVerdict()

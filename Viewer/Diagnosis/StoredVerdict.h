@@ -24,6 +24,9 @@ struct StoredVerdict {
     [[nodiscard]] std::vector<std::pair<std::string, std::string>> preferences() const;
 };
 
+/// What a flag's entry says, for people: "on", "off", or the entry itself where it is neither.
+[[nodiscard]] std::string entryInWords(std::string const& entry);
+
 /// As this process has read it, or does now.
 [[nodiscard]] StoredVerdict readStoredVerdict();
 

@@ -1,7 +1,6 @@
 #include "Viewer/Output/ByteOutput.h"
 
 #include <cerrno>
-#include <system_error>
 
 namespace sgview {
 
@@ -27,7 +26,7 @@ void ByteOutput::fail(int error) const
 {
     if (file_)
         file_->fail(error);
-    throw OutputError("standard output: " + std::generic_category().message(error));
+    failToWrite("standard output", error);
 }
 
 } // namespace sgview

@@ -72,8 +72,9 @@ std::vector<Vector3> silhouette(ModelScene& scene, Index animation, CameraView c
                                 int height)
 {
     double const shorter = std::min(width, height);
-    double const across = slopeOfView() * width / shorter;
-    double const up = slopeOfView() * height / shorter;
+    double const slope = view.orthographic ? 0.0 : slopeOfView();
+    double const across = slope * width / shorter;
+    double const up = slope * height / shorter;
     Matrix3 const fromEye = transpose(viewRotation(view));
     Farthest<12> farthest({Vector3(1, 0, 0), Vector3(-1, 0, 0), Vector3(0, 1, 0), Vector3(0, -1, 0),
                            Vector3(0, 0, 1), Vector3(0, 0, -1), fromEye * Vector3(1, 0, across),
@@ -87,8 +88,9 @@ std::vector<Vector3> silhouette(ModelScene& scene, Index animation, CameraView c
     return farthest.points();
 }
 
-/// As x and y of the outline: distances from the axis, and heights.
-std::vector<Vector3> outlineAround(ModelScene& scene, Index animation, Vector3 const& centre)
+/// As x and y of the outline: distances from the upright axis through a point, and heights above it.
+std::vector<Vector3> outlineAround(ModelScene& scene, Index animation, Vector3 const& centre,
+                                   Matrix3 const& upright)
 {
     std::array<Vector3, outlineDirections> directions;
     for (int i = 0; i < outlineDirections; ++i) {
@@ -97,8 +99,10 @@ std::vector<Vector3> outlineAround(ModelScene& scene, Index animation, Vector3 c
     }
     Farthest<outlineDirections> farthest(directions);
     forEachPose(scene, animation, [&](std::vector<Vector3> const& points) {
-        for (Vector3 const& point : points)
-            farthest.add({std::hypot(point.x - centre.x, point.z - centre.z), point.y, 0.0});
+        for (Vector3 const& point : points) {
+            Vector3 const place = upright * (point - centre);
+            farthest.add({std::hypot(place.x, place.z), place.y, 0.0});
+        }
     });
     return farthest.points();
 }
@@ -114,7 +118,8 @@ Vector3 middleOf(ModelScene& scene, Index animation)
 }
 
 /// The body that a model fills by turning around the upright axis through a point.
-std::vector<Vector3> turned(std::vector<Vector3> const& outline, Vector3 const& centre)
+std::vector<Vector3> turned(std::vector<Vector3> const& outline, Vector3 const& centre,
+                            Matrix3 const& upright)
 {
     double const circumscribed = 1.0 / std::cos(pi / ringCorners);
     std::vector<Vector3> rings;
@@ -122,8 +127,8 @@ std::vector<Vector3> turned(std::vector<Vector3> const& outline, Vector3 const& 
         for (int i = 0; i < ringCorners; ++i) {
             double const angle = 2.0 * pi * i / ringCorners;
             double const radius = place.x * circumscribed;
-            rings.emplace_back(centre.x + radius * std::cos(angle), place.y,
-                               centre.z + radius * std::sin(angle));
+            rings.push_back(centre + transpose(upright) * Vector3(radius * std::cos(angle), place.y,
+                                                                  radius * std::sin(angle)));
         }
     return rings;
 }
@@ -139,7 +144,9 @@ FilmCamera::FilmCamera(ModelScene& scene, Index animation, CameraView const& vie
         return;
     }
     centre_ = middleOf(scene, animation);
-    start_ = fitCamera(turned(outlineAround(scene, animation, centre_), centre_), view, width, height);
+    Matrix3 const upright = uprightness(view.up);
+    start_ = fitCamera(turned(outlineAround(scene, animation, centre_, upright), centre_, upright), view,
+                       width, height);
 }
 
 void FilmCamera::aim(ModelScene& scene, double degrees) const
@@ -148,7 +155,7 @@ void FilmCamera::aim(ModelScene& scene, double degrees) const
     CameraView view = view_;
     if (degrees != 0.0) {
         camera->view = start_->view * Matrix::translationMatrix(centre_) *
-                       Matrix::rotationMatrix(Vector3(0.0, 1.0, 0.0), -degrees * pi / 180.0) *
+                       Matrix::rotationMatrix(upDirection(view.up), -degrees * pi / 180.0) *
                        Matrix::translationMatrix(-centre_);
         view.azimuth += degrees;
     }

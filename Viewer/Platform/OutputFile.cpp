@@ -5,6 +5,7 @@
 #include <boost/lexical_cast/try_lexical_convert.hpp>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -156,8 +157,16 @@ void OutputFile::open(int descriptor)
 
 void OutputFile::fail(int error) const
 {
-    throw OutputError(path_.string() + ": " +
-                      (error == ENOENT ? "there is no such folder" : std::generic_category().message(error)));
+    failToWrite(path_.string(), error);
+}
+
+void failToWrite(std::string const& name, int error)
+{
+    std::string const message =
+        name + ": " + (error == ENOENT ? "there is no such folder" : std::generic_category().message(error));
+    if (error == EPIPE)
+        throw ReaderGone(message);
+    throw OutputError(message);
 }
 
 bool isStandardOutput(fs::path const& path)
@@ -167,8 +176,13 @@ bool isStandardOutput(fs::path const& path)
 
 void flushStandardOutput()
 {
-    if (!std::cout.flush())
-        throw OutputError("standard output cannot be written");
+    if (std::cout.flush())
+        return;
+    // The stream keeps no reason. At a pipe's end for writing the system sets this where no reader is left.
+    pollfd output{STDOUT_FILENO, POLLOUT, 0};
+    if (::poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0)
+        throw ReaderGone("standard output: nobody reads it any more");
+    throw OutputError("standard output cannot be written");
 }
 
 void writeFile(std::filesystem::path const& path, std::string_view text)

@@ -13,6 +13,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// A pipe that nobody reads any more.
+class ReaderGone : public OutputError {
+public:
+    using OutputError::OutputError;
+};
+
 /// A file that appears under its name only once it is whole: until then it has no name, or a temporary one in
 /// the same folder where the file system knows no files without. A device or a pipe is written to as it is,
 /// and so is what the process has open already: "-" is standard output, and /dev/fd/3 what it says.
@@ -33,7 +39,7 @@ public:
     /// \throws OutputError
     void commit();
 
-    /// Throws an OutputError for an error number of the system.
+    /// Throws an OutputError for an error number of the system, a ReaderGone where that is EPIPE.
     [[noreturn]] void fail(int error) const;
 
 private:
@@ -50,8 +56,11 @@ private:
 /// Whether a file's name stands for standard output.
 [[nodiscard]] bool isStandardOutput(std::filesystem::path const& path);
 
+/// Throws an OutputError that names a file, or a ReaderGone, for an error number of the system.
+[[noreturn]] void failToWrite(std::string const& name, int error);
+
 /// Sends off what was written to std::cout.
-/// \throws OutputError
+/// \throws OutputError, ReaderGone
 void flushStandardOutput();
 
 /// Writes a text into a file of its own.

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double halfFieldOfView = 13.0 * std::numbers::pi / 180.0; // of the shorter side
 constexpr double margin = 1.04;
-constexpr double farthestToNearest = 1e4; // more would cost a 24-bit depth buffer its precision
+constexpr double smallestShare = 1e-3; // of the model's size that an orthographic picture shows
 
 /// A box to look at; never a single point.
 Bounds boundsOf(std::vector<Vector3> const& points)
@@ -51,8 +51,10 @@ struct Reach {
 
 /// Points as seen from one direction, and the nearest place from which all are in view.
 struct Fit {
-    Fit(std::vector<Vector3> const& points, Matrix3 const& turn, double width, double height)
-        : bounds(boundsOf(points)),
+    Fit(std::vector<Vector3> const& points, CameraView const& view, double width, double height)
+        : turn(viewRotation(view)),
+          isOrthographic(view.orthographic),
+          bounds(boundsOf(points)),
           centre(bounds.low * 0.5 + bounds.high * 0.5),
           size(length(bounds.high - bounds.low)),
           across{slopeOfView() * width / std::min(width, height)},
@@ -67,17 +69,22 @@ struct Fit {
             see(turn * (bounds.low - centre));
             see(turn * (bounds.high - centre));
         }
-        distance = std::max({margin * across.distance(), margin * up.distance(), nearest + 0.1 * size});
+        distance = margin * std::max(across.distance(), up.distance());
+        distance =
+            std::max(distance, isOrthographic ? smallestShare * size / slopeOfView() : nearest + 0.1 * size);
     }
 
     void see(Vector3 const& eye)
     {
-        across.add(eye.x, eye.z);
-        up.add(eye.y, eye.z);
+        double const towards = isOrthographic ? 0.0 : eye.z;
+        across.add(eye.x, towards);
+        up.add(eye.y, towards);
         nearest = std::max(nearest, eye.z);
         farthest = std::min(farthest, eye.z);
     }
 
+    Matrix3 turn; ///< world to the camera's axes
+    bool isOrthographic;
     Bounds bounds;
     Vector3 centre;
     double size;
@@ -90,6 +97,44 @@ struct Fit {
 
 } // namespace
 
+std::string_view nameOf(CameraView::Up up)
+{
+    switch (up) {
+    case CameraView::Up::y:
+        return "y";
+    case CameraView::Up::z:
+        return "z";
+    case CameraView::Up::x:
+        return "x";
+    }
+    return "unknown";
+}
+
+Matrix3 uprightness(CameraView::Up up)
+{
+    constexpr double quarter = std::numbers::pi / 2.0;
+    switch (up) {
+    case CameraView::Up::z:
+        return Matrix3::rotationMatrix(Vector3(1.0, 0.0, 0.0), -quarter);
+    case CameraView::Up::x:
+        return Matrix3::rotationMatrix(Vector3(0.0, 0.0, 1.0), quarter);
+    default:
+        return {};
+    }
+}
+
+Vector3 upDirection(CameraView::Up up)
+{
+    switch (up) {
+    case CameraView::Up::z:
+        return {0.0, 0.0, 1.0};
+    case CameraView::Up::x:
+        return {1.0, 0.0, 0.0};
+    default:
+        return {0.0, 1.0, 0.0};
+    }
+}
+
 double slopeOfView()
 {
     return std::tan(halfFieldOfView);
@@ -99,7 +144,7 @@ Matrix3 viewRotation(CameraView const& view)
 {
     double const degrees = std::numbers::pi / 180.0;
     return Matrix3::rotationMatrix(Vector3(1.0, 0.0, 0.0), view.elevation * degrees) *
-           Matrix3::rotationMatrix(Vector3(0.0, 1.0, 0.0), -view.azimuth * degrees);
+           Matrix3::rotationMatrix(Vector3(0.0, 1.0, 0.0), -view.azimuth * degrees) * uprightness(view.up);
 }
 
 Vector3 viewDirection(CameraView const& view)
@@ -107,27 +152,38 @@ Vector3 viewDirection(CameraView const& view)
     return transpose(viewRotation(view)) * Vector3(0.0, 0.0, -1.0);
 }
 
-FittedView fitView(std::vector<Vector3> const& points, Matrix3 const& turn, double width, double height)
+Matrix projectionOf(CameraView const& view, double right, double top, double distance, double near,
+                    double far)
 {
-    Fit const fit(points, turn, width, height);
-    return {fit.centre + transpose(turn) * Vector3(fit.across.middle(), fit.up.middle(), 0.0), fit.distance};
+    constexpr double farthestToNearest = 1e4; // more would cost a 24-bit depth buffer its precision
+    constexpr double leastFar = 1e-3;         // of the distance: all of it may lie behind the camera
+    if (view.orthographic)
+        return Matrix::orthographic(-right * distance, right * distance, -top * distance, top * distance,
+                                    near, far);
+    far = std::max(far, leastFar * distance);
+    near = std::max(near, far / farthestToNearest);
+    return Matrix::frustum(-right * near, right * near, -top * near, top * near, near, far);
+}
+
+FittedView fitView(std::vector<Vector3> const& points, CameraView const& view, double width, double height)
+{
+    Fit const fit(points, view, width, height);
+    return {fit.centre + transpose(fit.turn) * Vector3(fit.across.middle(), fit.up.middle(), 0.0),
+            fit.distance};
 }
 
 smart_ptr<CameraBase> fitCamera(std::vector<Vector3> const& points, CameraView const& view, int width,
                                 int height)
 {
-    Matrix3 const turn = viewRotation(view);
-    Fit const fit(points, turn, width, height);
+    Fit const fit(points, view, width, height);
     double const depthMargin = 0.01 * fit.size;
     double const far = fit.distance - fit.farthest + depthMargin;
-    double const near = std::max(fit.distance - fit.nearest - depthMargin, far / farthestToNearest);
-
-    double const right = near * fit.across.slope / view.zoom;
-    double const top = near * fit.up.slope / view.zoom;
-    Matrix const toEye = Matrix(turn, Vector3(-fit.across.middle(), -fit.up.middle(), -fit.distance)) *
+    double const near = fit.distance - fit.nearest - depthMargin;
+    Matrix const toEye = Matrix(fit.turn, Vector3(-fit.across.middle(), -fit.up.middle(), -fit.distance)) *
                          Matrix::translationMatrix(-fit.centre);
-    return make_smart<CameraBase>(toEye, Matrix::frustum(-right, right, -top, top, near, far),
-                                  quarl::Rect<int>{0, 0, width, height});
+    Matrix const projection =
+        projectionOf(view, fit.across.slope / view.zoom, fit.up.slope / view.zoom, fit.distance, near, far);
+    return make_smart<CameraBase>(toEye, projection, quarl::Rect<int>{0, 0, width, height});
 }
 
 } // namespace sgview

@@ -4,18 +4,36 @@
 #include "Maths/Vector3.h"
 #include "SceneGraph/CameraBase.h"
 
+#include <array>
+#include <string_view>
 #include <vector>
 
 namespace sgview {
 
 /// From where a person looks at a model.
 struct CameraView {
+    enum class Up { y, z, x }; ///< which of the model's axes points up in the picture
+
     double azimuth = 30.0; ///< degrees around the up axis: 0 looks at the model's front, 90 at its left side
     double elevation = 20.0; ///< degrees above the horizon
     double zoom = 1.0;       ///< magnification against the fitted picture, greater than 0
+    Up up = Up::y;
+    bool orthographic = false; ///< parallel edges stay parallel, and nothing shrinks with its distance
 };
 
-/// Half of what the shorter side of the picture shows at distance 1, at magnification 1.
+inline constexpr std::array allUpAxes{CameraView::Up::y, CameraView::Up::z, CameraView::Up::x};
+
+/// "z"
+[[nodiscard]] std::string_view nameOf(CameraView::Up up);
+
+/// Turns the axis that points up into y.
+[[nodiscard]] Matrix3 uprightness(CameraView::Up up);
+
+/// The axis that points up.
+[[nodiscard]] Vector3 upDirection(CameraView::Up up);
+
+/// Half of what the shorter side of the picture shows at distance 1, at magnification 1. An orthographic
+/// picture shows as much as a perspective one does at the target's distance.
 [[nodiscard]] double slopeOfView();
 
 /// World to the camera's axes: x to the right, y up, looking down -z.
@@ -23,6 +41,12 @@ struct CameraView {
 
 /// The way the camera looks, in world space; unit length.
 [[nodiscard]] Vector3 viewDirection(CameraView const& view);
+
+/// Of a camera that stands so far from what the middle of the picture shows.
+/// \param right, top  half of what the picture shows at distance 1
+/// \param near, far   what must not be cut off; of a perspective view, as far as a depth buffer allows
+[[nodiscard]] Matrix projectionOf(CameraView const& view, double right, double top, double distance,
+                                  double near, double far);
 
 /// Where a camera stands that has all points in view.
 struct FittedView {
@@ -32,12 +56,11 @@ struct FittedView {
 
 /// The nearest place with a small margin, at magnification 1.
 /// \param points         as for `fitCamera`
-/// \param turn           world to the camera's axes
 /// \param width, height  of the picture, greater than 0; their ratio counts
-[[nodiscard]] FittedView fitView(std::vector<Vector3> const& points, Matrix3 const& turn, double width,
+[[nodiscard]] FittedView fitView(std::vector<Vector3> const& points, CameraView const& view, double width,
                                  double height);
 
-/// A perspective camera from the nearest place that has all points in view, with a small margin.
+/// A camera from the nearest place that has all points in view, with a small margin.
 /// \param points         those that are not finite do not count; where none are left, a cube of size 2 about
 ///                       the origin is looked at
 /// \param width, height  of the picture in pixels, greater than 0

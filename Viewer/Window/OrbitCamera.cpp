@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace sgview {
 
@@ -11,21 +10,6 @@ namespace {
 constexpr double degreesPerPoint = 0.4;
 constexpr double nearest = 1e-3; // of the distance from which all is in view
 constexpr double farthest = 1e3;
-constexpr double farthestToNearest = 1e4; // more would cost a 24-bit depth buffer its precision
-
-/// Turns the axis that points up into y.
-Matrix3 uprightness(OrbitCamera::Up up)
-{
-    constexpr double quarter = std::numbers::pi / 2.0;
-    switch (up) {
-    case OrbitCamera::Up::z:
-        return Matrix3::rotationMatrix(Vector3(1.0, 0.0, 0.0), -quarter);
-    case OrbitCamera::Up::x:
-        return Matrix3::rotationMatrix(Vector3(0.0, 0.0, 1.0), quarter);
-    default:
-        return {};
-    }
-}
 
 double wrapped(double degrees)
 {
@@ -45,7 +29,7 @@ void OrbitCamera::setArea(double width, double height)
 
 void OrbitCamera::fit(std::vector<Vector3> const& points)
 {
-    FittedView const fitted = fitView(points, rotation(), width_, height_);
+    FittedView const fitted = fitView(points, view_, width_, height_);
     target_ = fitted.target;
     distance_ = fittedDistance_ = fitted.distance;
 }
@@ -53,8 +37,6 @@ void OrbitCamera::fit(std::vector<Vector3> const& points)
 void OrbitCamera::reset(std::vector<Vector3> const& points)
 {
     view_ = first_;
-    up_ = Up::y;
-    orthographic_ = false;
     fit(points);
 }
 
@@ -103,7 +85,7 @@ void OrbitCamera::look(StandardView view)
 
 void OrbitCamera::cycleUp(std::vector<Vector3> const& points)
 {
-    up_ = up_ == Up::y ? Up::z : up_ == Up::z ? Up::x : Up::y;
+    view_.up = up() == Up::y ? Up::z : up() == Up::z ? Up::x : Up::y;
     fit(points);
 }
 
@@ -114,7 +96,7 @@ Vector3 OrbitCamera::direction() const
 
 Matrix3 OrbitCamera::rotation() const
 {
-    return viewRotation(view_) * uprightness(up_);
+    return viewRotation(view_);
 }
 
 smart_ptr<CameraBase> OrbitCamera::camera(Bounds const& scene, quarl::Rect<int> const& viewport) const
@@ -131,23 +113,15 @@ smart_ptr<CameraBase> OrbitCamera::camera(Bounds const& scene, quarl::Rect<int> 
         depths.add(Vector3());
 
     double const margin = 0.01 * (depths.high.z - depths.low.z) + 1e-6 * distance_;
-    double far = distance_ - depths.low.z + margin;
-    double near = distance_ - depths.high.z - margin;
+    double const far = distance_ - depths.low.z + margin;
+    double const near = distance_ - depths.high.z - margin;
     double const slope = slopeOfView() / view_.zoom;
     double const shorter = std::min(viewport.width, viewport.height);
     double const right = slope * viewport.width / shorter;
     double const top = slope * viewport.height / shorter;
 
     Matrix const toEye = Matrix(turn, Vector3(0.0, 0.0, -distance_)) * Matrix::translationMatrix(-target_);
-    if (orthographic_)
-        return make_smart<CameraBase>(toEye,
-                                      Matrix::orthographic(-right * distance_, right * distance_,
-                                                           -top * distance_, top * distance_, near, far),
-                                      viewport);
-    far = std::max(far, nearest * distance_); // all of it may lie behind the camera
-    near = std::max(near, far / farthestToNearest);
-    return make_smart<CameraBase>(
-        toEye, Matrix::frustum(-right * near, right * near, -top * near, top * near, near, far), viewport);
+    return make_smart<CameraBase>(toEye, projectionOf(view_, right, top, distance_, near, far), viewport);
 }
 
 double OrbitCamera::unitsPerPoint() const

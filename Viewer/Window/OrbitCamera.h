@@ -15,7 +15,7 @@ namespace sgview {
 /// shows the model, whose size comes by setArea.
 class OrbitCamera {
 public:
-    enum class Up { y, z, x }; ///< which of the model's axes points up on the screen
+    using Up = CameraView::Up;
     enum class StandardView { front, back, left, right, top, bottom };
 
     /// \param first  what `reset` leads back to
@@ -38,15 +38,15 @@ public:
     void zoom(double factor, double x, double y);
 
     void look(StandardView view);
-    void toggleOrthographic() { orthographic_ = !orthographic_; }
+    void toggleOrthographic() { view_.orthographic = !view_.orthographic; }
 
     /// The next axis up, keeping the middle of the picture. The points are the model's, to fit.
     void cycleUp(std::vector<Vector3> const& points);
 
     [[nodiscard]] double azimuth() const { return view_.azimuth; }     ///< degrees, 0 up to 360
     [[nodiscard]] double elevation() const { return view_.elevation; } ///< degrees, -90 to 90
-    [[nodiscard]] bool isOrthographic() const { return orthographic_; }
-    [[nodiscard]] Up up() const { return up_; }
+    [[nodiscard]] bool isOrthographic() const { return view_.orthographic; }
+    [[nodiscard]] Up up() const { return view_.up; }
     [[nodiscard]] Vector3 const& target() const { return target_; }
 
     /// The way the camera looks, in world space.
@@ -67,8 +67,6 @@ private:
 
     CameraView first_;
     CameraView view_;
-    Up up_ = Up::y;
-    bool orthographic_ = false;
     Vector3 target_;
     double distance_ = 1.0;       ///< from the camera to the target
     double fittedDistance_ = 1.0; ///< what `zoom` is limited by

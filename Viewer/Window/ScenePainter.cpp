@@ -4,22 +4,6 @@
 
 namespace sgview {
 
-namespace {
-
-Vector3 upDirection(OrbitCamera::Up up)
-{
-    switch (up) {
-    case OrbitCamera::Up::z:
-        return {0.0, 0.0, 1.0};
-    case OrbitCamera::Up::x:
-        return {1.0, 0.0, 0.0};
-    default:
-        return {0.0, 1.0, 0.0};
-    }
-}
-
-} // namespace
-
 void prepareScene(Session& session, quarl::Rect<int> const& area)
 {
     ModelScene& scene = *session.document.scene();

@@ -79,6 +79,15 @@ TEST(DiagnosisReportPage, IsTheSameForTheSameRun)
     EXPECT_EQ(reportOn(hostileDiagnosis()), reportOn(hostileDiagnosis()));
 }
 
+TEST(DiagnosisReportPage, SaysWhoWroteItAndWhen)
+{
+    Page const page(reportOn(sampleDiagnosis()));
+    EXPECT_THAT(Page::textOf(page.elements("header").front()),
+                HasSubstr("Written by sgview " SG_VERSION " on 2024-02-29 23:59:58 UTC"));
+    ASSERT_EQ(page.elements("time").size(), 1U);
+    EXPECT_STREQ(page.elements("time").front().attribute("datetime").value(), "2024-02-29 23:59:58Z");
+}
+
 TEST(DiagnosisReportPage, DescribesEachPicture)
 {
     Page const page(reportOn(sampleDiagnosis()));

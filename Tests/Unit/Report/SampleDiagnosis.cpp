@@ -59,6 +59,6 @@ Diagnosis brokenOffDiagnosis()
 std::string reportOn(Diagnosis const& diagnosis, std::string_view ending)
 {
     std::ostringstream out;
-    sgview::writeReport(out, diagnosis, ending);
+    sgview::writeReport(out, diagnosis, ending, sampleTime);
     return out.str();
 }

@@ -2,6 +2,7 @@
 
 #include "Viewer/Diagnosis/Diagnosis.h"
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -13,5 +14,8 @@
 
 /// A picture of 4 by 3 pixels of one colour.
 [[nodiscard]] sgview::Picture plainPicture(std::uint8_t brightness);
+
+/// When sgview wrote the reports below: 2024-02-29 23:59:58 UTC.
+inline constexpr std::chrono::system_clock::time_point sampleTime{std::chrono::seconds(1709251198)};
 
 [[nodiscard]] std::string reportOn(sgview::Diagnosis const& diagnosis, std::string_view ending = {});

@@ -8,6 +8,7 @@ using namespace sgview;
 
 namespace {
 
+using Up = CameraView::Up;
 using Points = std::vector<Vector3>;
 
 /// The corners of a box.
@@ -60,7 +61,12 @@ INSTANTIATE_TEST_SUITE_P(
                     FittedCase{"portraitPicture", box({-5, 0, 0}, {5, 1, 2}), {-70, 5, 1}, 300, 900},
                     FittedCase{"fromBelow", box({-1, -1, -1}, {1, 1, 1}), {200, -60, 1}, 640, 480},
                     FittedCase{"tinyFarOut", box({1e6, 0, 0}, {1e6 + 0.5, 1, 1}), {}, 64, 64},
-                    FittedCase{"flat", box({-3, 2, -3}, {3, 2, 3}), {0, 45, 1}, 800, 600}),
+                    FittedCase{"flat", box({-3, 2, -3}, {3, 2, 3}), {0, 45, 1}, 800, 600},
+                    FittedCase{"zUp", box({0, 0, 0}, {1, 2, 40}), {30, 20, 1, Up::z}, 640, 480},
+                    FittedCase{"parallel", box({-1, -1, -1}, {1, 1, 1}), {30, 20, 1, Up::y, true}, 640, 480},
+                    FittedCase{
+                        "parallelTunnel", box({-1, -1, -90}, {1, 1, 9}), {0, 0, 1, Up::y, true}, 64, 48},
+                    FittedCase{"parallelXUp", box({-5, 0, 0}, {5, 1, 2}), {-70, 5, 1, Up::x, true}, 30, 90}),
     [](auto const& fitted) { return fitted.param.name; });
 
 TEST(CameraView, AzimuthWalksRoundTheModelFromFrontToLeft)
@@ -80,15 +86,43 @@ TEST(CameraView, ZoomMagnifies)
     EXPECT_NEAR(twice.y, 2.0 * once.y, 1e-12);
 }
 
-TEST(CameraView, NoPointsAndASinglePointGiveAUsableCamera)
+TEST(CameraView, TheAxisThatIsUpPointsUpInThePicture)
 {
-    for (Points const& points : {Points(), box({5, 5, 5}, {5, 5, 5}), box({0, 0, 0}, {0, 0, 0})}) {
-        auto const camera = fitCamera(points, {}, 100, 100);
-        for (int i = 0; i < 16; ++i) {
-            EXPECT_TRUE(std::isfinite(camera->view.data()[i]));
-            EXPECT_TRUE(std::isfinite(camera->projection.data()[i]));
-        }
+    for (auto const& [up, axis] : {std::pair(Up::y, Vector3(0, 1, 0)), std::pair(Up::z, Vector3(0, 0, 1)),
+                                   std::pair(Up::x, Vector3(1, 0, 0))}) {
+        CameraView const view{25.0, 15.0, 1.0, up};
+        Vector3 const seen = viewRotation(view) * axis;
+        EXPECT_NEAR(seen.x, 0.0, 1e-15);
+        EXPECT_GT(seen.y, 0.9);
+        EXPECT_EQ(upDirection(up), axis);
+        EXPECT_NEAR(length(uprightness(up) * axis - Vector3(0, 1, 0)), 0.0, 1e-15);
+        EXPECT_NEAR(length(viewRotation(view) * viewDirection(view) - Vector3(0, 0, -1)), 0.0, 1e-15);
     }
+}
+
+TEST(CameraView, OrthographicShrinksNothingWithItsDistance)
+{
+    Points const points = box({-1, -1, -6}, {1, 1, 6});
+    auto const camera = fitCamera(points, {0.0, 0.0, 2.0, Up::y, true}, 100, 100);
+    Vector3 const near = projected(*camera, {1, 1, 6});
+    Vector3 const far = projected(*camera, {1, 1, -6});
+    EXPECT_DOUBLE_EQ(near.x, far.x);
+    EXPECT_DOUBLE_EQ(near.y, far.y);
+    EXPECT_NEAR(near.x, 2.0 / 1.04, 1e-12) << "twice as large, but for the margin";
+    EXPECT_LT(near.z, far.z);
+}
+
+TEST(CameraView, NothingSomethingSmallAndALineGiveAUsableCamera)
+{
+    for (Points const& points :
+         {Points(), box({5, 5, 5}, {5, 5, 5}), box({0, 0, 0}, {0, 0, 0}), box({0, 0, -3}, {0, 0, 3})})
+        for (bool const isOrthographic : {false, true}) {
+            auto const camera = fitCamera(points, {0.0, 0.0, 1.0, Up::y, isOrthographic}, 100, 100);
+            for (int i = 0; i < 16; ++i) {
+                EXPECT_TRUE(std::isfinite(camera->view.data()[i]));
+                EXPECT_TRUE(std::isfinite(camera->projection.data()[i]));
+            }
+        }
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 namespace sgview {
 namespace {
 
+using Up = CameraView::Up;
 using View = OrbitCamera::StandardView;
 
 constexpr double width = 800.0;
@@ -54,17 +55,18 @@ void expectNear(Vector3 const& a, Vector3 const& b, double tolerance)
 
 TEST(OrbitCamera, FirstLooksAsThePictureOfRender)
 {
-    CameraView const view{-50.0, 35.0, 1.7};
-    OrbitCamera const camera = fitted(view);
-    smart_ptr<CameraBase> const base = camera.camera(boundsOfBox(), viewport);
-    smart_ptr<CameraBase> const rendered = fitCamera(box, view, viewport.width, viewport.height);
-    EXPECT_EQ(base->viewport, rendered->viewport);
-    for (Vector3 const& corner : box)
-        expectNear(transformPoint(base->view, corner), transformPoint(rendered->view, corner), 1e-9);
-    // Near and far planes may differ, what they cut out of the picture may not.
-    for (int row = 0; row < 2; ++row)
-        for (int column = 0; column < 4; ++column)
-            EXPECT_NEAR(base->projection(row, column), rendered->projection(row, column), 1e-9);
+    for (CameraView const& view : {CameraView{-50.0, 35.0, 1.7}, CameraView{20.0, 5.0, 1.0, Up::z, true}}) {
+        OrbitCamera const camera = fitted(view);
+        smart_ptr<CameraBase> const base = camera.camera(boundsOfBox(), viewport);
+        smart_ptr<CameraBase> const rendered = fitCamera(box, view, viewport.width, viewport.height);
+        EXPECT_EQ(base->viewport, rendered->viewport);
+        for (Vector3 const& corner : box)
+            expectNear(transformPoint(base->view, corner), transformPoint(rendered->view, corner), 1e-9);
+        // Near and far planes may differ, what they cut out of the picture may not.
+        for (int row = 0; row < 2; ++row)
+            for (int column = 0; column < 4; ++column)
+                EXPECT_NEAR(base->projection(row, column), rendered->projection(row, column), 1e-9);
+    }
 }
 
 TEST(OrbitCamera, FitHasAllInViewFromEverySideAndFillsIt)
@@ -230,6 +232,19 @@ TEST(OrbitCamera, ResetLeadsBackToTheStart)
     smart_ptr<CameraBase> const last = camera.camera(boundsOfBox(), viewport);
     EXPECT_EQ(last->view, first->view);
     EXPECT_EQ(last->projection, first->projection);
+}
+
+TEST(OrbitCamera, StartsAndComesBackAsTold)
+{
+    OrbitCamera camera = fitted({12.0, 34.0, 1.3, Up::x, true});
+    EXPECT_EQ(camera.up(), Up::x);
+    EXPECT_TRUE(camera.isOrthographic());
+    camera.toggleOrthographic();
+    camera.cycleUp(box);
+    EXPECT_EQ(camera.up(), Up::y);
+    camera.reset(box);
+    EXPECT_EQ(camera.up(), Up::x);
+    EXPECT_TRUE(camera.isOrthographic());
 }
 
 TEST(OrbitCamera, AnEmptySceneIsNoTrouble)
