@@ -1,6 +1,7 @@
 #include "Tests/Command/Sgview.h"
 
 #include "Tests/Frame/PngReader.h"
+#include "Viewer/Import/ImportWorker.h"
 #include "Viewer/Platform/PngWriter.h"
 
 #include <gmock/gmock.h>
@@ -221,7 +222,9 @@ TEST_F(BenchCommand, CountsWhatTheRendererSpends)
     auto const [allocations, pages] = spent("0,0");
     auto const [moreAllocations, samePages] = spent("1234,0");
     EXPECT_EQ(moreAllocations - allocations, 1234);
-    EXPECT_NEAR(samePages, pages, 2);
+    if (!sgview::memoryIsWatched) { // the address sanitizer touches pages of its own
+        EXPECT_NEAR(samePages, pages, 2);
+    }
     auto const [sameAllocations, morePages] = spent("0,321");
     EXPECT_EQ(sameAllocations, allocations);
     EXPECT_NEAR(morePages - pages, 321, 3);

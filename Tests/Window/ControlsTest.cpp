@@ -12,7 +12,7 @@ protected:
     double azimuthAfterDrag(int units, double pointsPerUnit)
     {
         sgview::Controls controls(session, {});
-        controls.setArea(800.0, 600.0, pointsPerUnit);
+        controls.setPointsPerUnit(pointsPerUnit);
         controls.perform(sgview::Action::reset);
         SDL_MouseButtonEvent press{};
         press.button = SDL_BUTTON_LEFT;

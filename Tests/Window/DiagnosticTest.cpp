@@ -16,8 +16,8 @@ std::string contentOf(fs::path const& file)
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// The section of the panel, which its key brings to the panel's upper end: its buttons stand below its
-/// title.
+/// The section of the panel, which its key brings to the panel's upper end where enough stands below it: its
+/// buttons stand below its title.
 class DiagnosticPanel : public WindowTest {
 protected:
     static constexpr int buttonsY = 58;
@@ -26,6 +26,8 @@ protected:
 
     void openSection()
     {
+        fs::create_directories(home / ".config/sgview");
+        std::ofstream(home / ".config/sgview/preferences") << "panel.Timing = open\n";
         ASSERT_NO_FATAL_FAILURE(openModel(CREATURE, {"--technique", "plain"}));
         sgview::Picture const before = still(panel);
         user->type(XK_d);

@@ -50,6 +50,35 @@ TEST_F(Files, NextAndPreviousOfTheFolder)
     quitWell();
 }
 
+TEST_F(Files, TheFirstOfAFolder)
+{
+    ASSERT_NO_FATAL_FAILURE(open({(folder / "models").string()}));
+    ASSERT_NO_FATAL_FAILURE(awaitFile("a2.glb"));
+    user->type(XK_Page_Down);
+    ASSERT_NO_FATAL_FAILURE(awaitFile("a10.gltf"));
+    ASSERT_TRUE(user->drop({folder / "models"}));
+    ASSERT_NO_FATAL_FAILURE(awaitFile("a2.glb"));
+    quitWell();
+}
+
+TEST_F(Files, KeepTheAxisThatIsUp)
+{
+    ASSERT_NO_FATAL_FAILURE(openModel(model("a2.glb")));
+    user->type(XK_Page_Down);
+    ASSERT_NO_FATAL_FAILURE(awaitFile("a10.gltf"));
+    sgview::Picture const usual = still(scene);
+    user->type(XK_u);
+    sgview::Picture const turned = changed(scene, usual);
+    for (unsigned long const key : {XK_Page_Down, XK_F5, XK_Page_Up}) {
+        user->type(key);
+        ASSERT_NO_FATAL_FAILURE(awaitFile(key == XK_Page_Up ? "a10.gltf" : "b.gltf"));
+    }
+    EXPECT_TRUE(returnsTo(scene, turned));
+    user->type(XK_Home);
+    EXPECT_TRUE(returnsTo(scene, usual));
+    quitWell();
+}
+
 TEST_F(Files, SeveralOnTheCommandLine)
 {
     ASSERT_NO_FATAL_FAILURE(openModel(model("b.gltf"), {model("a2.glb")}));
@@ -208,10 +237,8 @@ TEST_F(Files, LoadingIsCancelled)
         return look(scene);
     }();
     EXPECT_TRUE(eventually([&] { return look(scene).pixels != progress.pixels; })); // the bar moves
-    auto const start = std::chrono::steady_clock::now();
     user->type(XK_Escape);
     EXPECT_TRUE(returnsTo(scene, good));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
     EXPECT_EQ(user->title(), "a2.glb - sgview");
     user->type(XK_Page_Up); // and one can leave in the middle
     EXPECT_TRUE(eventually([&] { return look(scene).pixels != good.pixels; }));

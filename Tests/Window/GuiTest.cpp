@@ -1,6 +1,7 @@
 #include "Viewer/Window/Gui.h"
 
 #include "SceneGraph/SGRendererModule.h"
+#include "Utilities/MemoryPrefs.h"
 #include "Viewer/Platform/HeadlessContext.h"
 #include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/HelpOverlay.h"
@@ -45,6 +46,8 @@ protected:
     {
         auto const pixels = [=](int side) { return static_cast<int>(std::lround(side * pixelsPerPoint)); };
         gui.adapt({points, {pixels(points.width), pixels(points.height)}, pixelsPerPoint});
+        session.setArea(static_cast<double>(points.width) - static_cast<double>(sgview::Panel::width),
+                        points.height);
         for (int i = 0; i < 4; ++i) {
             gui.begin();
             ImVec2 const all = ImGui::GetIO().DisplaySize;
@@ -68,7 +71,7 @@ protected:
     sgview::HeadlessContext context{{160, 160}};
     SGRendererModule module;
     sgview::Session session{module.renderer(), {}, {sgview::Technique::plain, "for a test"}};
-    sgview::Panel panel;
+    sgview::Panel panel{make_smart<MemoryPrefs>()};
     sgview::Hud hud;
     sgview::Gui gui{SDL_GL_GetCurrentWindow(), SDL_GL_GetCurrentContext()};
 };

@@ -1,8 +1,12 @@
 #include "Tests/Window/PanelTesting.h"
 
+#include "Tests/Unit/Utilities/TemporaryFolder.h"
 #include "Viewer/Window/DisplaySwitches.h"
+#include "Viewer/Window/TimingSection.h"
 
 #include <gmock/gmock.h>
+
+#include <fstream>
 
 namespace {
 
@@ -48,6 +52,76 @@ TEST_F(PanelTest, FoldsItsSections)
     EXPECT_FALSE(widgets.has({"panel", "View", "grid"}));
     widgets.click({"panel", "View"});
     EXPECT_TRUE(widgets.has({"panel", "View", "grid"}));
+}
+
+TEST_F(PanelTest, RemembersWhichSectionsAreOpen)
+{
+    widgets.click({"panel", "View"});
+    widgets.click({"panel", "Lights"});
+    session.showDiagnostic();
+    widgets.settle();
+    EXPECT_TRUE(widgets.has({"panel", "Graphics diagnostic", "Measure now"}));
+
+    panel = sgview::Panel(memory);
+    widgets.forget();
+    open(CREATURE);
+    EXPECT_FALSE(widgets.has({"panel", "View", "grid"}));
+    EXPECT_TRUE(widgets.has({"panel", "Lights", "add a light"}));
+    EXPECT_TRUE(widgets.has({"panel", "Technique", "plain"}));
+    EXPECT_FALSE(widgets.has({"panel", "Graphics diagnostic", "Measure now"})) << "opened by a key";
+    widgets.click({"panel", "View"});
+    EXPECT_TRUE(widgets.has({"panel", "View", "grid"}));
+}
+
+TEST_F(PanelTest, HasTheModelBeforeWhatIsForTheCurious)
+{
+    open(CREATURE);
+    EXPECT_TRUE(widgets.has({"panel", "View", "grid"}));
+    EXPECT_TRUE(widgets.has({"panel", "Technique", "plain"}));
+    EXPECT_FALSE(widgets.has({"panel", "Graphics diagnostic", "Measure now"}));
+    EXPECT_FALSE(sgview::TimingSection().isOpenAtFirst());
+    float above = 0.0F;
+    for (char const* const title : {"Model", "Technique", "View", "Scene tree", "Materials", "Lights",
+                                    "Graphics diagnostic", "Timing"}) {
+        float const at = widgets.heightOf({"panel", title});
+        EXPECT_GT(at, above) << title;
+        above = at;
+    }
+}
+
+TEST_F(PanelTest, TellsWhatWasLeftOutOfAModel)
+{
+    TemporaryFolder const folder;
+    std::filesystem::path const file = folder.path() / "bare.obj";
+    std::ofstream(file) << "mtllib bare.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nvt 0 0\n"
+                           "usemtl m\nf 1/1 2/1 3/1\n";
+    std::ofstream(folder.path() / "bare.mtl") << "newmtl m\nmap_Kd lost.png\n";
+    open(file);
+    ASSERT_EQ(session.document.scene()->model().warnings.size(), 1U);
+    ASSERT_EQ(session.notices.all().size(), 1U);
+    EXPECT_THAT(session.notices.all()[0].text,
+                testing::AllOf(testing::StartsWith("Warning: "), testing::HasSubstr("lost.png")));
+    float const unfolded = widgets.heightOf({"panel", "Technique"});
+    widgets.click({"panel", "Model", "warnings"}, 0.1F);
+    EXPECT_LT(widgets.heightOf({"panel", "Technique"}), unfolded - 10.0F);
+
+    session.document.reload();
+    await();
+    EXPECT_THAT(session.notices.all().back().text, testing::HasSubstr("lost.png"));
+    open(CREATURE);
+    EXPECT_TRUE(session.notices.all().empty());
+    EXPECT_FALSE(widgets.has({"panel", "Model", "warnings"}));
+}
+
+TEST_F(PanelTest, SaysThatAFolderHasNoModel)
+{
+    open(CREATURE);
+    TemporaryFolder const folder;
+    session.open({folder.path()});
+    EXPECT_FALSE(session.document.load());
+    ASSERT_EQ(session.notices.all().size(), 1U);
+    EXPECT_EQ(session.notices.all()[0].text, folder.path().string() + ": a folder without a model in it");
+    EXPECT_EQ(session.neighbours.current(), CREATURE) << "what was shown stays";
 }
 
 TEST_F(PanelTest, SwitchesWhatIsShown)

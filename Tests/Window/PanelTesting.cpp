@@ -6,6 +6,13 @@
 
 #include <thread>
 
+PanelTest::PanelTest()
+{
+    // All has room, and what the bars leave free has the picture's shape.
+    session.setArea(static_cast<double>(area.x), static_cast<double>(area.x) + sgview::ViewLayout::statusRow +
+                                                     sgview::ViewLayout::playbackRow);
+}
+
 void PanelTest::open(std::filesystem::path const& file)
 {
     session.open({file});
@@ -30,8 +37,9 @@ void PanelTest::draw()
     session.renderer.passTimeSink = [this](std::string_view pass, std::chrono::nanoseconds time) {
         session.passes.add(pass, time);
     };
-    painter.draw(session, {0, 0, pictureSize.width, pictureSize.height});
-    session.passes.endFrame();
+    quarl::Rect<int> const all{0, 0, pictureSize.width, pictureSize.height};
+    painter.draw(session, all, all);
+    session.passes.endFrame(std::chrono::milliseconds(1));
     session.renderer.passTimeSink = nullptr;
     sgview::checkOpenGL("while drawing");
 }

@@ -2,6 +2,7 @@
 
 #include "SceneGraph/SGRendererModule.h"
 #include "Tests/Window/Widgets.h"
+#include "Utilities/MemoryPrefs.h"
 #include "Viewer/Platform/HeadlessContext.h"
 #include "Viewer/Window/Hud.h"
 #include "Viewer/Window/Panel.h"
@@ -15,6 +16,8 @@
 class PanelTest : public testing::Test {
 protected:
     static constexpr sgview::PictureSize pictureSize{160, 160};
+
+    PanelTest();
 
     /// Opens a model and waits until it is there.
     void open(std::filesystem::path const& file);
@@ -33,11 +36,13 @@ protected:
     sgview::HeadlessContext context{pictureSize};
     SGRendererModule module;
     sgview::Session session{module.renderer(), {}, {sgview::Technique::plain, "for a test"}};
-    sgview::Panel panel;
+    smart_ptr<MemoryPrefs> memory = make_smart<MemoryPrefs>();
+    sgview::Panel panel{memory};
     sgview::Hud hud;
     sgview::ScenePainter painter;
+    ImVec2 area{1000.0F - sgview::Panel::width, 4000.0F}; ///< that shows the model
     Widgets widgets{{1000.0F, 4000.0F}, [this] {
-                        hud.build(session, {1000.0F - sgview::Panel::width, 4000.0F});
+                        hud.build(session, area);
                         panel.build(session);
                     }};
 };

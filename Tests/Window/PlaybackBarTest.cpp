@@ -65,6 +65,30 @@ TEST_F(PlaybackBar, ChangesSpeedAndLoop)
     EXPECT_TRUE(session.playback.isLooping());
 }
 
+TEST_F(PlaybackBar, DropsWhatHasNoRoomInANarrowWindow)
+{
+    open(CREATURE);
+    struct Stage {
+        float width;
+        bool hasAnimation, hasSpeed, hasLoop;
+    };
+    for (Stage const& stage : {Stage{660.0F, true, true, true}, Stage{500.0F, true, true, false},
+                               Stage{420.0F, true, false, false}, Stage{320.0F, false, false, false},
+                               Stage{200.0F, false, false, false}}) {
+        area.x = stage.width;
+        widgets.settle();
+        EXPECT_EQ(widgets.has({"playback", "##animation"}), stage.hasAnimation) << stage.width;
+        EXPECT_EQ(widgets.has({"playback", "##speed"}), stage.hasSpeed) << stage.width;
+        EXPECT_EQ(widgets.has({"playback", "loop"}), stage.hasLoop) << stage.width;
+        EXPECT_TRUE(widgets.has({"playback", "Play"})) << stage.width;
+        EXPECT_LT(widgets.rightEdgeOf({"playback", stage.hasLoop ? "loop" : "##position"}),
+                  stage.width - 12.0F);
+        widgets.click({"playback", "##position"}, 0.5F);
+        EXPECT_NEAR(session.playback.position(), session.playback.length() / 2.0,
+                    0.05 * session.playback.length());
+    }
+}
+
 TEST_F(PlaybackBar, StaysAtItsMomentWhenTheFileIsReadAgain)
 {
     TemporaryFolder const folder;

@@ -59,6 +59,13 @@ void Widgets::settle()
         frame(nowhere, false);
 }
 
+void Widgets::forget()
+{
+    for (ImGuiWindow* const window : ImGui::GetCurrentContext()->Windows)
+        window->StateStorage.Clear();
+    settle();
+}
+
 bool Widgets::has(Path path)
 {
     Rectangle ignored;

@@ -23,8 +23,17 @@ public:
     /// Builds some frames, so that all windows have found their sizes.
     void settle();
 
+    /// Has widgets as at a program's start: no tree node unfolded or folded yet.
+    void forget();
+
     /// Whether a frame holds the widget.
     [[nodiscard]] bool has(Path path);
+
+    /// How far below the screen's upper edge the widget begins.
+    /// Throws std::runtime_error where there is no such widget.
+    [[nodiscard]] float heightOf(Path path) { return rectangleOf(path).low.y; }
+
+    [[nodiscard]] float rightEdgeOf(Path path) { return rectangleOf(path).high.x; }
 
     /// Clicks on a widget's middle, or elsewhere.
     /// \param place  from 0 at the widget's left edge to 1 at the right one

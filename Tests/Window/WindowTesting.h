@@ -31,6 +31,8 @@ protected:
 
     /// Where the model is drawn and nothing lies over it.
     static constexpr Region scene{10, 60, windowSize.width - panelWidth - 20, 400};
+    /// What the status and the playback bar leave free.
+    static constexpr Region betweenBars{0, 52, windowSize.width - panelWidth, windowSize.height - 52 - 64};
     static constexpr Region panel{windowSize.width - panelWidth + 5, 0, panelWidth - 10, windowSize.height};
     static constexpr Region statusLine{12, 12, 400, 30};
 

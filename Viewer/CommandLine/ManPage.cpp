@@ -185,6 +185,8 @@ std::string configuration()
 std::string files()
 {
     return tagged(italic("$XDG_CONFIG_HOME/sgview/config"), "The configuration file.") +
+           tagged(italic("$XDG_CONFIG_HOME/sgview/preferences"),
+                  "Which sections of the window's panel are unfolded.") +
            tagged(italic("$XDG_CONFIG_HOME/OpenGLRenderer/preferences"),
                   "What the graphics diagnostic found out about the graphics card.");
 }

@@ -8,7 +8,7 @@ namespace sgview {
 void addWindowOptions(CLI::App& app, WindowRequest& window)
 {
     WindowOptions& options = window.options;
-    addFiles(app, options.files, "Models to look at in a window");
+    addFiles(app, options.files, "Models to look at in a window, or folders of them");
     app.option_defaults()->group("Window");
     addSize(app, options.size, "the window", "pixels of a screen of usual density");
     addOption(

@@ -152,17 +152,21 @@ Vector3 viewDirection(CameraView const& view)
     return transpose(viewRotation(view)) * Vector3(0.0, 0.0, -1.0);
 }
 
-Matrix projectionOf(CameraView const& view, double right, double top, double distance, double near,
-                    double far)
+Matrix projectionOf(CameraView const& view, ViewEdges const& edges, double distance, double near, double far)
 {
     constexpr double farthestToNearest = 1e4; // more would cost a 24-bit depth buffer its precision
     constexpr double leastFar = 1e-3;         // of the distance: all of it may lie behind the camera
-    if (view.orthographic)
-        return Matrix::orthographic(-right * distance, right * distance, -top * distance, top * distance,
-                                    near, far);
+    auto const edgesAt = [&](double depth) {
+        return ViewEdges{edges.left * depth, edges.right * depth, edges.bottom * depth, edges.top * depth};
+    };
+    if (view.orthographic) {
+        auto const [left, right, bottom, top] = edgesAt(distance);
+        return Matrix::orthographic(left, right, bottom, top, near, far);
+    }
     far = std::max(far, leastFar * distance);
     near = std::max(near, far / farthestToNearest);
-    return Matrix::frustum(-right * near, right * near, -top * near, top * near, near, far);
+    auto const [left, right, bottom, top] = edgesAt(near);
+    return Matrix::frustum(left, right, bottom, top, near, far);
 }
 
 FittedView fitView(std::vector<Vector3> const& points, CameraView const& view, double width, double height)
@@ -181,9 +185,11 @@ smart_ptr<CameraBase> fitCamera(std::vector<Vector3> const& points, CameraView c
     double const near = fit.distance - fit.nearest - depthMargin;
     Matrix const toEye = Matrix(fit.turn, Vector3(-fit.across.middle(), -fit.up.middle(), -fit.distance)) *
                          Matrix::translationMatrix(-fit.centre);
-    Matrix const projection =
-        projectionOf(view, fit.across.slope / view.zoom, fit.up.slope / view.zoom, fit.distance, near, far);
-    return make_smart<CameraBase>(toEye, projection, quarl::Rect<int>{0, 0, width, height});
+    double const right = fit.across.slope / view.zoom;
+    double const top = fit.up.slope / view.zoom;
+    return make_smart<CameraBase>(toEye,
+                                  projectionOf(view, {-right, right, -top, top}, fit.distance, near, far),
+                                  quarl::Rect<int>{0, 0, width, height});
 }
 
 } // namespace sgview

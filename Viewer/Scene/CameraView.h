@@ -42,10 +42,17 @@ inline constexpr std::array allUpAxes{CameraView::Up::y, CameraView::Up::z, Came
 /// The way the camera looks, in world space; unit length.
 [[nodiscard]] Vector3 viewDirection(CameraView const& view);
 
-/// Of a camera that stands so far from what the middle of the picture shows.
-/// \param right, top  half of what the picture shows at distance 1
-/// \param near, far   what must not be cut off; of a perspective view, as far as a depth buffer allows
-[[nodiscard]] Matrix projectionOf(CameraView const& view, double right, double top, double distance,
+/// What a picture shows at distance 1, from where the camera looks.
+struct ViewEdges {
+    double left = -1.0;
+    double right = 1.0;
+    double bottom = -1.0;
+    double top = 1.0;
+};
+
+/// Of a camera that stands so far from what it looks at.
+/// \param near, far  what must not be cut off; of a perspective view, as far as a depth buffer allows
+[[nodiscard]] Matrix projectionOf(CameraView const& view, ViewEdges const& edges, double distance,
                                   double near, double far);
 
 /// Where a camera stands that has all points in view.

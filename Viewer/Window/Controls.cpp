@@ -51,14 +51,6 @@ constexpr std::array<ViewKey, 6> viewKeys{{
 
 Controls::Controls(Session& session, WindowDeeds deeds) : session_(session), deeds_(std::move(deeds)) {}
 
-void Controls::setArea(double width, double height, double pointsPerUnit)
-{
-    width_ = width;
-    height_ = height;
-    pointsPerUnit_ = pointsPerUnit;
-    session_.camera.setArea(width, height);
-}
-
 void Controls::perform(Action action)
 {
     if (!performOnFiles(action) && !performOnView(action) && !performOnAnimation(action) &&
@@ -94,7 +86,7 @@ bool Controls::performOnView(Action action)
     OrbitCamera& camera = session_.camera;
     auto const* const standard = std::ranges::find(viewKeys, action, &ViewKey::action);
     if (standard != viewKeys.end()) {
-        camera.look(standard->view);
+        camera.look(standard->view, session_.points());
         return true;
     }
     switch (action) {
@@ -194,7 +186,7 @@ void Controls::performOnWindow(Action action)
         session_.showDiagnostic();
         break;
     case Action::panel:
-        session_.showsPanel = !session_.showsPanel;
+        session_.togglePanel();
         break;
     case Action::help:
         session_.showsHelp = !session_.showsHelp;
@@ -269,8 +261,9 @@ void Controls::turn(SDL_MouseWheelEvent const& event)
     SDL_GetMouseState(&x, &y);
     double const notches =
         static_cast<double>(event.preciseY) * (event.direction == SDL_MOUSEWHEEL_FLIPPED ? -1.0 : 1.0);
-    session_.camera.zoom(std::pow(wheelZoom, notches), x * pointsPerUnit_ - width_ / 2.0,
-                         y * pointsPerUnit_ - height_ / 2.0);
+    ViewLayout const& layout = session_.layout();
+    session_.camera.zoom(std::pow(wheelZoom, notches), x * pointsPerUnit_ - layout.width / 2.0,
+                         y * pointsPerUnit_ - layout.top() - layout.freeHeight() / 2.0);
 }
 
 void Controls::drop(SDL_DropEvent const& event)

@@ -22,9 +22,8 @@ class Controls {
 public:
     Controls(Session& session, WindowDeeds deeds);
 
-    /// Size of the part of the window that shows the model, points.
-    /// \param pointsPerUnit  of what the pointer counts in
-    void setArea(double width, double height, double pointsPerUnit);
+    /// Of what the pointer counts in.
+    void setPointsPerUnit(double pointsPerUnit) { pointsPerUnit_ = pointsPerUnit; }
 
     void perform(Action action);
 
@@ -49,8 +48,6 @@ private:
 
     Session& session_;
     WindowDeeds deeds_;
-    double width_ = 1.0;
-    double height_ = 1.0;
     double pointsPerUnit_ = 1.0;
     Drag drag_ = Drag::nothing;
     std::vector<std::filesystem::path> dropped_;

@@ -29,30 +29,61 @@ std::string_view takeNumber(std::string_view& text)
     return number;
 }
 
-std::vector<fs::path> modelsBeside(fs::path const& file)
+void sort(std::vector<fs::path>& files)
+{
+    std::ranges::sort(files, [](fs::path const& a, fs::path const& b) {
+        return comesBefore(a.filename().string(), b.filename().string());
+    });
+}
+
+std::vector<fs::path> modelsIn(fs::path const& folder)
 {
     std::vector<fs::path> models;
     std::error_code error;
-    fs::path const folder = file.parent_path();
     for (fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error), end;
          !error && entry != end; entry.increment(error)) {
         std::error_code ignored;
         if (hasModelName(entry->path()) && entry->is_regular_file(ignored))
             models.push_back(folder / entry->path().filename());
     }
-    // The file itself may have been deleted, or have a name that tells nothing.
-    if (std::ranges::find(models, file) == models.end())
-        models.push_back(file);
-    std::ranges::sort(models, [](fs::path const& a, fs::path const& b) {
-        return comesBefore(a.filename().string(), b.filename().string());
-    });
+    sort(models);
     return models;
+}
+
+std::vector<fs::path> modelsBeside(fs::path const& file)
+{
+    std::vector<fs::path> models = modelsIn(file.parent_path());
+    // The file itself may have been deleted, or have a name that tells nothing.
+    if (std::ranges::find(models, file) == models.end()) {
+        models.push_back(file);
+        sort(models);
+    }
+    return models;
+}
+
+/// The files among what was named, and the models of its folders.
+std::vector<fs::path> filesOf(std::vector<fs::path> const& named)
+{
+    std::vector<fs::path> files;
+    for (fs::path const& one : named) {
+        std::error_code ignored;
+        if (!fs::is_directory(one, ignored)) {
+            files.push_back(one);
+            continue;
+        }
+        std::vector<fs::path> models = modelsIn(one);
+        // The others of a folder that is named alone are looked for whenever they are asked for.
+        if (named.size() == 1 && !models.empty())
+            models.resize(1);
+        files.insert(files.end(), models.begin(), models.end());
+    }
+    return files;
 }
 
 } // namespace
 
-FolderNeighbours::FolderNeighbours(std::vector<fs::path> named)
-    : named_(std::move(named)), current_(named_.empty() ? fs::path() : named_.front())
+FolderNeighbours::FolderNeighbours(std::vector<fs::path> const& named)
+    : named_(filesOf(named)), current_(named_.empty() ? fs::path() : named_.front())
 {
 }
 

@@ -12,9 +12,10 @@ class FolderNeighbours {
 public:
     FolderNeighbours() = default;
 
-    /// \param named  the first is the current one
-    explicit FolderNeighbours(std::vector<std::filesystem::path> named);
+    /// \param named  the first is the current one; a folder stands for the models in it
+    explicit FolderNeighbours(std::vector<std::filesystem::path> const& named);
 
+    /// Where nothing was named, or folders alone that have no model in them.
     [[nodiscard]] bool empty() const { return named_.empty(); }
     [[nodiscard]] std::filesystem::path const& current() const { return current_; }
 

@@ -7,10 +7,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <vector>
 
 namespace sgview {
 
 namespace {
+
+constexpr float playWidth = 64.0F; // points, as the next
+constexpr float animationWidth = 150.0F;
+constexpr float speedWidth = 80.0F;
 
 float margin()
 {
@@ -28,22 +33,46 @@ std::string shortName(std::filesystem::path const& file)
     return file.filename().string();
 }
 
-void buildStatus(Session const& session)
+/// What the status says, the most important first.
+std::vector<std::string> statusOf(Session const& session)
 {
-    std::string line = shortName(session.document.file());
+    std::vector<std::string> parts{shortName(session.document.file())};
     FolderNeighbours::Place const place = session.neighbours.place();
     if (place.count > 1 && session.neighbours.current() == session.document.file())
-        line += "   " + std::to_string(place.index + 1) + " of " + std::to_string(place.count);
-    line += "   drawn by " +
-            (session.splits ? "two techniques" : std::string(nameOf(session.technique.current())));
+        parts.push_back(std::to_string(place.index + 1) + " of " + std::to_string(place.count));
+    parts.push_back("drawn by " +
+                    (session.splits ? "two techniques" : std::string(nameOf(session.technique.current()))));
     if (session.camera.isOrthographic())
-        line += "   orthographic";
+        parts.emplace_back("orthographic");
     if (session.camera.up() != OrbitCamera::Up::y)
-        line += session.camera.up() == OrbitCamera::Up::z ? "   z is up" : "   x is up";
+        parts.emplace_back(session.camera.up() == OrbitCamera::Up::z ? "z is up" : "x is up");
+    return parts;
+}
+
+void buildStatus(Session const& session, ImVec2 area)
+{
+    float const widest = std::max(area.x - 2.0F * margin(), 1.0F);
+    float room = widest - 2.0F * ImGui::GetStyle().WindowPadding.x;
+    auto const takesRoom = [&room](float width) {
+        room -= width;
+        return room >= 0.0F;
+    };
+    std::string line;
+    for (std::string const& part : statusOf(session)) {
+        std::string const more = line.empty() ? part : "   " + part;
+        if (!takesRoom(ImGui::CalcTextSize(more.c_str()).x) && !line.empty())
+            break;
+        line += more;
+    }
+    ImGui::SetNextWindowSizeConstraints({0.0F, 0.0F}, {widest, area.y});
     beginOverlayBox("status", {margin(), margin()}, {0.0F, 0.0F});
     ImGui::TextUnformatted(line.c_str());
-    ImGui::SameLine(0.0F, inPixels(24.0F));
-    ImGui::TextDisabled("%s: keys", keyFor(Action::help).c_str());
+    std::string const hintAtHelp = keyFor(Action::help) + ": keys";
+    float const gap = inPixels(24.0F);
+    if (takesRoom(gap + ImGui::CalcTextSize(hintAtHelp.c_str()).x)) {
+        ImGui::SameLine(0.0F, gap);
+        ImGui::TextDisabled("%s", hintAtHelp.c_str());
+    }
     ImGui::End();
 }
 
@@ -59,7 +88,7 @@ void buildAnimationChoice(Session& session)
 {
     Model const& model = session.document.scene()->model();
     Index const current = session.playback.animation();
-    ImGui::SetNextItemWidth(inPixels(150.0F));
+    ImGui::SetNextItemWidth(inPixels(animationWidth));
     if (ImGui::BeginCombo("##animation", nameOfAnimation(model, current))) {
         auto const count = static_cast<Index>(model.animations.size());
         for (Index i = none; i < count; ++i) {
@@ -73,13 +102,13 @@ void buildAnimationChoice(Session& session)
     hint(Action::nextAnimation);
 }
 
-void buildScrubber(Session& session)
+void buildScrubber(Session& session, float width)
 {
     Playback const& playback = session.playback;
     auto position = static_cast<float>(playback.position());
     char label[48];
     std::snprintf(label, sizeof label, "%.2f of %.2f s", playback.position(), playback.length());
-    ImGui::SetNextItemWidth(std::max(ImGui::GetContentRegionAvail().x - inPixels(190.0F), inPixels(80.0F)));
+    ImGui::SetNextItemWidth(width);
     if (ImGui::SliderFloat("##position", &position, 0.0F, static_cast<float>(playback.length()), label))
         session.scrub(static_cast<double>(position));
 }
@@ -88,7 +117,7 @@ void buildSpeed(Playback& playback)
 {
     char label[16];
     std::snprintf(label, sizeof label, "%.3gx", playback.speed());
-    ImGui::SetNextItemWidth(inPixels(80.0F));
+    ImGui::SetNextItemWidth(inPixels(speedWidth));
     if (ImGui::BeginCombo("##speed", label, ImGuiComboFlags_HeightLarge)) {
         for (double speed = Playback::slowest; speed <= Playback::fastest; speed *= 2.0) {
             std::snprintf(label, sizeof label, "%.3gx", speed);
@@ -100,24 +129,66 @@ void buildSpeed(Playback& playback)
     hint(Action::faster);
 }
 
-void buildPlayback(Session& session, ImVec2 area)
+void buildLoop(Playback& playback)
 {
-    Playback& playback = session.playback;
-    beginOverlayBar("playback", {margin(), area.y - margin()}, std::max(area.x - 2.0F * margin(), 1.0F));
-    if (ImGui::Button(playback.isPlaying() ? "Pause" : "Play", {inPixels(64.0F), 0.0F}))
-        playback.playOrPause(std::chrono::steady_clock::now());
-    hint(Action::playOrPause);
-    ImGui::SameLine();
-    buildAnimationChoice(session);
-    ImGui::SameLine();
-    buildScrubber(session);
-    ImGui::SameLine();
-    buildSpeed(playback);
-    ImGui::SameLine();
     bool looping = playback.isLooping();
     if (ImGui::Checkbox("loop", &looping))
         playback.setLooping(looping);
     hint(Action::loop);
+}
+
+/// What of the playback bar has room in it, beside the button and the scrubber. Keys do what the rest does.
+struct PlaybackRoom {
+    explicit PlaybackRoom(float width)
+        : scrubber(width - 2.0F * ImGui::GetStyle().WindowPadding.x - inPixels(playWidth) - spacing()),
+          hasAnimation(holds(inPixels(animationWidth))),
+          hasSpeed(hasAnimation && holds(inPixels(speedWidth))),
+          hasLoop(hasSpeed && holds(ImGui::GetFrameHeight() + ImGui::GetStyle().ItemInnerSpacing.x +
+                                    ImGui::CalcTextSize("loop").x))
+    {
+        scrubber = std::max(scrubber, 1.0F);
+    }
+
+    [[nodiscard]] static float spacing() { return ImGui::GetStyle().ItemSpacing.x; }
+
+    [[nodiscard]] bool holds(float width)
+    {
+        constexpr float leastScrubber = 110.0F; // points: that its text is read
+        if (scrubber - width - spacing() < inPixels(leastScrubber))
+            return false;
+        scrubber -= width + spacing();
+        return true;
+    }
+
+    float scrubber; ///< its width, what the others leave
+    bool hasAnimation;
+    bool hasSpeed;
+    bool hasLoop;
+};
+
+void buildPlayback(Session& session, ImVec2 area)
+{
+    Playback& playback = session.playback;
+    float const width = std::max(area.x - 2.0F * margin(), 1.0F);
+    PlaybackRoom const room(width);
+    beginOverlayBar("playback", {margin(), area.y - margin()}, width);
+    if (ImGui::Button(playback.isPlaying() ? "Pause" : "Play", {inPixels(playWidth), 0.0F}))
+        playback.playOrPause(std::chrono::steady_clock::now());
+    hint(Action::playOrPause);
+    ImGui::SameLine();
+    if (room.hasAnimation) {
+        buildAnimationChoice(session);
+        ImGui::SameLine();
+    }
+    buildScrubber(session, room.scrubber);
+    if (room.hasSpeed) {
+        ImGui::SameLine();
+        buildSpeed(playback);
+    }
+    if (room.hasLoop) {
+        ImGui::SameLine();
+        buildLoop(playback);
+    }
     ImGui::End();
 }
 
@@ -184,17 +255,16 @@ void buildWelcome(ImVec2 area)
 
 void Hud::build(Session& session, ImVec2 area)
 {
-    bool const hasScene = session.document.scene() != nullptr;
-    bool const hasAnimations = hasScene && !session.document.scene()->model().animations.empty();
-    if (hasScene)
-        buildStatus(session);
-    if (hasAnimations)
+    ViewLayout const& layout = session.layout();
+    if (layout.hasStatus)
+        buildStatus(session, area);
+    if (layout.hasPlayback)
         buildPlayback(session, area);
-    float const row = inPixels(52.0F); // that the playback bar takes
-    buildNotices(session.notices, area, area.y - margin() - (hasAnimations ? row : 0.0F));
+    float const bottom = layout.hasPlayback ? inPixels(static_cast<float>(layout.bottom())) : margin();
+    buildNotices(session.notices, area, area.y - bottom);
     if (session.document.load())
         buildLoading(session, area);
-    else if (!hasScene)
+    else if (!session.document.scene())
         buildWelcome(area);
 }
 

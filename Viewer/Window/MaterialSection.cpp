@@ -47,6 +47,19 @@ bool editLook(MaterialLook& look)
 
 } // namespace
 
+std::vector<std::string> texturesInWords(Model const& model, std::size_t material)
+{
+    std::vector<std::string> lines;
+    for (ModelTexture const& texture : model.materials[material].textures) {
+        if (texture.image == none)
+            continue;
+        ModelImage const& image = model.images[static_cast<std::size_t>(texture.image)];
+        lines.push_back("texture: " + (image.name.empty() ? "embedded" : image.name) + ", " +
+                        std::to_string(image.width) + " x " + std::to_string(image.height));
+    }
+    return lines;
+}
+
 void MaterialSection::build(Session& session)
 {
     SceneAppearance* const appearance = session.document.appearance();
@@ -66,6 +79,8 @@ void MaterialSection::build(Session& session)
         }
         ImGui::EndCombo();
     }
+    for (std::string const& line : texturesInWords(model, chosen_))
+        ImGui::TextWrapped("%s", line.c_str());
     MaterialLook look = materials.look(chosen_);
     if (editLook(look))
         materials.edit(chosen_, look);

@@ -1,10 +1,16 @@
 #pragma once
 
+#include "Viewer/Import/Model.h"
 #include "Viewer/Window/PanelSection.h"
 
 #include <cstddef>
+#include <string>
+#include <vector>
 
 namespace sgview {
+
+/// The textures of a model's material, a line each.
+[[nodiscard]] std::vector<std::string> texturesInWords(Model const& model, std::size_t material);
 
 /// The model's materials, to look at and to change.
 class MaterialSection : public PanelSection {

@@ -1,6 +1,7 @@
 #include "Viewer/Window/ModelSection.h"
 
 #include "Viewer/Report/NumberText.h"
+#include "Viewer/Window/GuiStyle.h"
 #include "Viewer/Window/Session.h"
 
 #include <imgui.h>
@@ -17,6 +18,22 @@ void addRow(char const* name, std::string const& value)
     ImGui::TextUnformatted(name);
     ImGui::TableNextColumn();
     ImGui::TextUnformatted(value.c_str());
+}
+
+void buildWarnings(std::vector<std::string> const& warnings)
+{
+    if (warnings.empty() ||
+        !ImGui::TreeNodeEx("warnings", ImGuiTreeNodeFlags_DefaultOpen, "warnings (%zu)", warnings.size()))
+        return;
+    constexpr std::size_t few = 4; // more are scrolled through, so that what is below stays in view
+    bool const isLong = warnings.size() > few;
+    if (isLong)
+        ImGui::BeginChild("list", {0.0F, inPixels(140.0F)});
+    for (std::string const& warning : warnings)
+        ImGui::TextWrapped("%s", warning.c_str());
+    if (isLong)
+        ImGui::EndChild();
+    ImGui::TreePop();
 }
 
 } // namespace
@@ -43,12 +60,7 @@ void ModelSection::build(Session& session)
             addRow(name, countText(static_cast<std::int64_t>(count)));
         ImGui::EndTable();
     }
-    if (!model.warnings.empty() &&
-        ImGui::TreeNode("warnings", "warnings (%d)", static_cast<int>(model.warnings.size()))) {
-        for (std::string const& warning : model.warnings)
-            ImGui::TextWrapped("%s", warning.c_str());
-        ImGui::TreePop();
-    }
+    buildWarnings(model.warnings);
 }
 
 } // namespace sgview

@@ -5,9 +5,8 @@
 
 namespace sgview {
 
-void Notices::tell(std::string text)
+void Notices::tell(std::string text, std::chrono::seconds life)
 {
-    constexpr std::chrono::seconds life{4};
     add(std::move(text), false, life);
 }
 

@@ -17,7 +17,7 @@ public:
         Time end;
     };
 
-    void tell(std::string text);
+    void tell(std::string text, std::chrono::seconds life = std::chrono::seconds(4));
     void warn(std::string text);
     void clear() { notices_.clear(); }
 

@@ -32,6 +32,15 @@ void OrbitCamera::fit(std::vector<Vector3> const& points)
     FittedView const fitted = fitView(points, view_, width_, height_);
     target_ = fitted.target;
     distance_ = fittedDistance_ = fitted.distance;
+    isFitted_ = true;
+}
+
+void OrbitCamera::startOver(std::vector<Vector3> const& points)
+{
+    Up const up = view_.up;
+    view_ = first_;
+    view_.up = up;
+    fit(points);
 }
 
 void OrbitCamera::reset(std::vector<Vector3> const& points)
@@ -49,6 +58,7 @@ void OrbitCamera::orbit(double x, double y)
 void OrbitCamera::pan(double x, double y)
 {
     moveTarget(-x * unitsPerPoint(), y * unitsPerPoint());
+    isFitted_ = false;
 }
 
 void OrbitCamera::zoom(double factor, double x, double y)
@@ -57,9 +67,10 @@ void OrbitCamera::zoom(double factor, double x, double y)
     distance_ = std::clamp(distance_ / factor, nearest * fittedDistance_, farthest * fittedDistance_);
     double const gained = before - unitsPerPoint();
     moveTarget(x * gained, -y * gained);
+    isFitted_ = false;
 }
 
-void OrbitCamera::look(StandardView view)
+void OrbitCamera::look(StandardView view, std::vector<Vector3> const& points)
 {
     constexpr double steepest = 90.0;
     switch (view) {
@@ -81,6 +92,8 @@ void OrbitCamera::look(StandardView view)
         break;
     }
     view_.elevation = view == StandardView::top ? steepest : view == StandardView::bottom ? -steepest : 0.0;
+    if (isFitted_)
+        fit(points);
 }
 
 void OrbitCamera::cycleUp(std::vector<Vector3> const& points)
@@ -99,7 +112,8 @@ Matrix3 OrbitCamera::rotation() const
     return viewRotation(view_);
 }
 
-smart_ptr<CameraBase> OrbitCamera::camera(Bounds const& scene, quarl::Rect<int> const& viewport) const
+smart_ptr<CameraBase> OrbitCamera::camera(Bounds const& scene, quarl::Rect<int> const& viewport,
+                                          quarl::Rect<int> const& free) const
 {
     Matrix3 const turn = rotation();
     Bounds depths; // z alone: how far the corners are from the target, towards the camera
@@ -115,13 +129,17 @@ smart_ptr<CameraBase> OrbitCamera::camera(Bounds const& scene, quarl::Rect<int> 
     double const margin = 0.01 * (depths.high.z - depths.low.z) + 1e-6 * distance_;
     double const far = distance_ - depths.low.z + margin;
     double const near = distance_ - depths.high.z - margin;
-    double const slope = slopeOfView() / view_.zoom;
-    double const shorter = std::min(viewport.width, viewport.height);
-    double const right = slope * viewport.width / shorter;
-    double const top = slope * viewport.height / shorter;
+    // From the middle of what is free.
+    double const pixelsPerPoint = std::min(free.width / width_, free.height / height_);
+    double const perPixel = unitsPerPoint() / (distance_ * pixelsPerPoint);
+    ViewEdges edges;
+    edges.left = (viewport.x - free.x - free.width / 2.0) * perPixel;
+    edges.right = edges.left + viewport.width * perPixel;
+    edges.bottom = (viewport.y - free.y - free.height / 2.0) * perPixel;
+    edges.top = edges.bottom + viewport.height * perPixel;
 
     Matrix const toEye = Matrix(turn, Vector3(0.0, 0.0, -distance_)) * Matrix::translationMatrix(-target_);
-    return make_smart<CameraBase>(toEye, projectionOf(view_, right, top, distance_, near, far), viewport);
+    return make_smart<CameraBase>(toEye, projectionOf(view_, edges, distance_, near, far), viewport);
 }
 
 double OrbitCamera::unitsPerPoint() const

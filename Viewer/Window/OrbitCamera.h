@@ -12,7 +12,7 @@ namespace sgview {
 /// A camera that turns about a point of the model, led by a pointer.
 ///
 /// Lengths on the screen are in window points, x to the right and y downwards. They refer to the area that
-/// shows the model, whose size comes by setArea.
+/// is free for the model, whose size comes by setArea.
 class OrbitCamera {
 public:
     using Up = CameraView::Up;
@@ -26,7 +26,10 @@ public:
     /// Brings all points into view, from the direction the camera has.
     void fit(std::vector<Vector3> const& points);
 
-    /// As at first: direction, magnification, perspective and up axis; then `fit`.
+    /// As at first, but for the axis that is up; then `fit`.
+    void startOver(std::vector<Vector3> const& points);
+
+    /// As at first, then `fit`.
     void reset(std::vector<Vector3> const& points);
 
     /// As a pointer that drags the model does.
@@ -37,7 +40,9 @@ public:
     /// \param x, y  from the area's middle
     void zoom(double factor, double x, double y);
 
-    void look(StandardView view);
+    /// From one of six sides. All points come into view again, unless zoom or pan have led elsewhere since
+    /// they were.
+    void look(StandardView view, std::vector<Vector3> const& points);
     void toggleOrthographic() { view_.orthographic = !view_.orthographic; }
 
     /// The next axis up, keeping the middle of the picture. The points are the model's, to fit.
@@ -58,7 +63,9 @@ public:
     /// What the renderer takes.
     /// \param scene     what must not be cut off by the near and far planes
     /// \param viewport  pixels
-    [[nodiscard]] smart_ptr<CameraBase> camera(Bounds const& scene, quarl::Rect<int> const& viewport) const;
+    /// \param free      the part of the viewport, pixels, that shows what the area does, or more
+    [[nodiscard]] smart_ptr<CameraBase> camera(Bounds const& scene, quarl::Rect<int> const& viewport,
+                                               quarl::Rect<int> const& free) const;
 
 private:
     /// World units that a point of the window covers at the target.
@@ -67,6 +74,7 @@ private:
 
     CameraView first_;
     CameraView view_;
+    bool isFitted_ = false; ///< and neither zoomed nor panned since
     Vector3 target_;
     double distance_ = 1.0;       ///< from the camera to the target
     double fittedDistance_ = 1.0; ///< what `zoom` is limited by

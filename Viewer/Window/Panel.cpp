@@ -12,6 +12,9 @@
 
 #include <imgui.h>
 
+#include <string>
+#include <utility>
+
 namespace sgview {
 
 namespace {
@@ -19,18 +22,26 @@ namespace {
 /// A section that has just opened is scrolled past what is known of its height one frame later.
 constexpr int framesToSettle = 2;
 
+constexpr char const* open = "open";
+constexpr char const* folded = "folded";
+
+std::string keyOf(PanelSection const& section)
+{
+    return std::string("panel.") + section.title();
+}
+
 } // namespace
 
-Panel::Panel()
+Panel::Panel(smart_ptr<Prefs> memory) : memory_(std::move(memory))
 {
     sections_.push_back(std::make_unique<ModelSection>());
-    sections_.push_back(std::make_unique<DisplaySection>());
     sections_.push_back(std::make_unique<TechniqueSection>());
-    sections_.push_back(std::make_unique<DiagnosticSection>());
-    sections_.push_back(std::make_unique<TimingSection>());
+    sections_.push_back(std::make_unique<DisplaySection>());
     sections_.push_back(std::make_unique<PartSection>());
     sections_.push_back(std::make_unique<MaterialSection>());
     sections_.push_back(std::make_unique<LightSection>());
+    sections_.push_back(std::make_unique<DiagnosticSection>());
+    sections_.push_back(std::make_unique<TimingSection>());
 }
 
 void Panel::build(Session& session)
@@ -48,8 +59,7 @@ void Panel::build(Session& session)
             framesToBring_ = framesToSettle;
         }
         bringIntoView(*section);
-        ImGuiTreeNodeFlags const flags = section->isOpenAtFirst() ? ImGuiTreeNodeFlags_DefaultOpen : 0;
-        if (!ImGui::CollapsingHeader(section->title(), flags))
+        if (!buildHeader(*section))
             continue;
         ImGui::PushID(section->title());
         ImGui::Indent();
@@ -61,11 +71,27 @@ void Panel::build(Session& session)
     ImGui::End();
 }
 
+bool Panel::isOpenAtFirst(PanelSection const& section) const
+{
+    std::string const kept = memory_->getString(keyOf(section));
+    return kept.empty() ? section.isOpenAtFirst() : kept == open;
+}
+
+bool Panel::buildHeader(PanelSection const& section)
+{
+    bool const isOpen = ImGui::CollapsingHeader(
+        section.title(), isOpenAtFirst(section) ? ImGuiTreeNodeFlags_DefaultOpen : ImGuiTreeNodeFlags_None);
+    // What a key has brought into view is not what a person wants to see always.
+    if (ImGui::IsItemToggledOpen())
+        memory_->setString(keyOf(section), isOpen ? open : folded);
+    return isOpen;
+}
+
 void Panel::bringIntoView(PanelSection const& section)
 {
     if (wanted_ != &section || framesToBring_ == 0)
         return;
-    ImGui::SetScrollHereY(0.0F);
+    ImGui::SetScrollY(ImGui::GetCursorPosY() - ImGui::GetStyle().WindowPadding.y);
     --framesToBring_;
 }
 

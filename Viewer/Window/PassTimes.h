@@ -8,7 +8,7 @@
 
 namespace sgview {
 
-/// What each pass of a frame costs, smoothed over some frames.
+/// What a frame and each of its passes cost: means over the same recent frames, so that they agree.
 class PassTimes {
 public:
     struct Pass {
@@ -17,21 +17,30 @@ public:
     };
 
     /// Comes before a frame's first pass.
-    void beginFrame() { next_ = 0; }
+    void beginFrame() { latest_.clear(); }
 
     void add(std::string_view name, std::chrono::nanoseconds time);
 
-    /// In the order in which they draw. Passes that the last frame did not have are forgotten.
+    /// Comes after a frame's last pass.
+    /// \param whole  what the frame took in all
+    void endFrame(std::chrono::nanoseconds whole);
+
+    /// In the order in which they draw. A frame of other passes than the one before begins anew.
     [[nodiscard]] std::vector<Pass> const& passes() const { return passes_; }
 
-    /// Comes after a frame's last pass.
-    void endFrame() { passes_.resize(next_); }
+    /// Milliseconds of a frame; 0 before the first.
+    [[nodiscard]] double frame() const { return frame_; }
 
-    void clear() { passes_.clear(); }
+    /// Begins anew.
+    void clear() { *this = {}; }
 
 private:
+    [[nodiscard]] bool isOfSamePasses() const;
+
+    std::vector<Pass> latest_; ///< of the frame that goes on
     std::vector<Pass> passes_;
-    std::size_t next_ = 0;
+    double frame_ = 0.0;
+    std::size_t frames_ = 0; ///< in the means, with the first
 };
 
 } // namespace sgview

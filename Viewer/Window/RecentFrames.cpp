@@ -32,11 +32,6 @@ std::array<float, RecentFrames::kept> RecentFrames::milliseconds() const
     return ordered;
 }
 
-float RecentFrames::latest() const
-{
-    return ring_[(next_ + kept - 1) % kept];
-}
-
 float RecentFrames::longest() const
 {
     return *std::ranges::max_element(ring_);

@@ -24,8 +24,7 @@ public:
     /// Milliseconds, the oldest first; `kept` of them, 0 where there was no frame yet.
     [[nodiscard]] std::array<float, kept> milliseconds() const;
 
-    [[nodiscard]] float latest() const; ///< milliseconds; 0 before the first frame
-    [[nodiscard]] float longest() const;
+    [[nodiscard]] float longest() const; ///< of those; milliseconds
 
 private:
     std::deque<Time> ends_; ///< of the last second

@@ -4,7 +4,7 @@
 
 namespace sgview {
 
-void prepareScene(Session& session, quarl::Rect<int> const& area)
+void prepareScene(Session& session, quarl::Rect<int> const& area, quarl::Rect<int> const& free)
 {
     ModelScene& scene = *session.document.scene();
     SceneAppearance& appearance = *session.document.appearance();
@@ -12,10 +12,10 @@ void prepareScene(Session& session, quarl::Rect<int> const& area)
     Bounds seen = session.document.bounds();
     seen.add(appearance.overlayBounds());
     scene.root()->color = session.display.background;
-    scene.setCamera(session.camera.camera(seen, area), session.camera.direction());
+    scene.setCamera(session.camera.camera(seen, area, free), session.camera.direction());
 }
 
-void ScenePainter::draw(Session& session, quarl::Rect<int> const& area)
+void ScenePainter::draw(Session& session, quarl::Rect<int> const& area, quarl::Rect<int> const& free)
 {
     setHostState();
     ModelScene* const scene = session.document.scene();
@@ -25,7 +25,7 @@ void ScenePainter::draw(Session& session, quarl::Rect<int> const& area)
         session.renderer.render(nothing);
         return;
     }
-    prepareScene(session, area);
+    prepareScene(session, area, free);
     session.renderer.render(scene->root());
 }
 

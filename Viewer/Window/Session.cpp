@@ -22,16 +22,24 @@ Session::Session(SGRenderer& renderer_, WindowOptions const& options, ChosenTech
         open(options.files);
 }
 
-void Session::open(std::vector<std::filesystem::path> files)
+void Session::open(std::vector<std::filesystem::path> const& files)
 {
-    neighbours = FolderNeighbours(std::move(files));
+    FolderNeighbours found(files);
+    if (found.empty()) {
+        notices.warn(files.front().string() + ": a folder without a model in it");
+        return;
+    }
+    neighbours = std::move(found);
+    pages_ = false;
     document.open(neighbours.current());
 }
 
 void Session::openNeighbour(int steps)
 {
-    if (!neighbours.empty())
-        document.open(neighbours.move(steps));
+    if (neighbours.empty())
+        return;
+    pages_ = true;
+    document.open(neighbours.move(steps));
 }
 
 bool Session::update(Playback::Time now)
@@ -81,19 +89,39 @@ bool Session::updateMeasurement()
 void Session::welcome(Playback::Time now)
 {
     notices.clear();
+    passes.clear();
+    tellWarnings();
     bool const asked = askedAnimation_.has_value();
     playback.pause();
     choose(askedAnimation());
-    camera.reset(points());
+    layOut();
+    if (pages_)
+        camera.startOver(points());
+    else
+        camera.reset(points());
     if (asked)
         playback.play(now);
 }
 
 void Session::goOn()
 {
+    passes.clear();
     double const moment = playback.position();
     choose(playback.animation());
     scrub(moment);
+    tellWarnings();
+}
+
+void Session::tellWarnings()
+{
+    std::vector<std::string> const& warnings = document.scene()->model().warnings;
+    if (warnings.empty())
+        return;
+    constexpr std::chrono::seconds life{10};
+    std::string const count = warnings.size() == 1
+                                  ? "Warning"
+                                  : std::to_string(warnings.size()) + " warnings, all of them under Model";
+    notices.tell(count + ": " + warnings.front(), life);
 }
 
 Index Session::askedAnimation()
@@ -168,10 +196,40 @@ void Session::measureCard()
     measurement.start();
 }
 
+bool Session::canShowPanel()
+{
+    if (!hasRoomForPanel)
+        notices.tell("the window is too narrow for the panel");
+    return hasRoomForPanel;
+}
+
+void Session::togglePanel()
+{
+    if (canShowPanel())
+        showsPanel = !showsPanel;
+}
+
 void Session::showDiagnostic()
 {
+    if (!canShowPanel())
+        return;
     showsPanel = true;
     diagnosticAskedFor = true;
+}
+
+void Session::setArea(double width, double height)
+{
+    layout_.width = width;
+    layout_.height = height;
+    layOut();
+}
+
+void Session::layOut()
+{
+    bool const hasScene = document.scene() != nullptr;
+    bool const hasAnimations = hasScene && !document.scene()->model().animations.empty();
+    layout_ = layOutView(layout_.width, layout_.height, {hasScene, hasAnimations, hasScene && splits});
+    camera.setArea(layout_.width, layout_.freeHeight());
 }
 
 void Session::moveTechnique(int steps)

@@ -11,6 +11,7 @@
 #include "Viewer/Window/Playback.h"
 #include "Viewer/Window/RecentFrames.h"
 #include "Viewer/Window/TechniqueSwitch.h"
+#include "Viewer/Window/ViewLayout.h"
 #include "Viewer/Window/WindowOptions.h"
 
 namespace sgview {
@@ -21,8 +22,9 @@ public:
     /// \throws TechniqueError
     Session(SGRenderer& renderer, WindowOptions const& options, ChosenTechnique const& technique);
 
-    /// The first is opened; all of them are what "next" and "previous" lead through.
-    void open(std::vector<std::filesystem::path> files);
+    /// The first is opened; all of them are what "next" and "previous" lead through. A folder stands for the
+    /// models in it.
+    void open(std::vector<std::filesystem::path> const& files);
     void openNeighbour(int steps);
 
     /// Moves everything on to `now`: loads that are done, the file watched, the animation.
@@ -53,6 +55,13 @@ public:
     /// Brings the graphics diagnostic into view.
     void showDiagnostic();
 
+    /// Size of the part of the window that shows the model, points.
+    void setArea(double width, double height);
+    [[nodiscard]] ViewLayout const& layout() const { return layout_; }
+
+    /// Shows or hides the panel, or says why it cannot be shown.
+    void togglePanel();
+
     /// Every vertex as posed; empty without a scene.
     [[nodiscard]] std::vector<Vector3> points() const;
 
@@ -68,21 +77,28 @@ public:
     Notices notices;
     CardMeasurement measurement;
     bool showsPanel = true;
+    bool hasRoomForPanel = true;
     bool diagnosticAskedFor = false; ///< and not yet in view
     bool showsHelp = false;
     bool splits = false; ///< the window between two techniques
     double pixelsPerPoint = 1.0;
 
 private:
+    void layOut();
     void welcome(Playback::Time now);
 
     /// Shows the same moment of what has been read again.
     void goOn();
+    void tellWarnings();
     void pose();
     bool updateMeasurement();
     [[nodiscard]] Index askedAnimation();
 
+    [[nodiscard]] bool canShowPanel();
+
     std::optional<std::string> askedAnimation_; ///< until the first model is there
+    ViewLayout layout_;
+    bool pages_ = false; ///< whether the model opened last is a neighbour of the one before
 };
 
 } // namespace sgview

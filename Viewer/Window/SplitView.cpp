@@ -7,6 +7,7 @@
 #include "Viewer/Window/OverlayTexts.h"
 #include "Viewer/Window/PictureBlit.h"
 #include "Viewer/Window/ScenePainter.h"
+#include "Viewer/Window/SplitFigures.h"
 
 #include <epoxy/gl.h>
 
@@ -17,9 +18,8 @@ namespace sgview {
 
 namespace {
 
-constexpr float gap = 4.0F;          // points between pictures
-constexpr float playbackRow = 64.0F; // points that the playback bar takes
-constexpr std::array<int, 4> amplifications{1, 10, 50, 255};
+constexpr float gap = 4.0F; // points between pictures
+constexpr float boxMargin = 12.0F;
 
 /// Of a place from the lower left corner, from the upper one of an area.
 ImVec2 upperLeft(quarl::Rect<int> const& place, ImVec2 area)
@@ -62,8 +62,7 @@ void SplitView::end(Session& session)
 void SplitView::arrange(Session const& session, quarl::Rect<int> const& area)
 {
     auto const between = static_cast<int>(inPixels(gap));
-    bool const hasPlayback = !session.document.scene()->model().animations.empty();
-    int const bottom = hasPlayback ? static_cast<int>(inPixels(playbackRow)) : 0;
+    auto const bottom = static_cast<int>(inPixels(static_cast<float>(session.layout().bottom())));
     cell_.width = std::max((area.width - between) / 2, 1);
     cell_.height = std::max((area.height - bottom - between) / 2, 1);
     int const top = area.y + area.height - cell_.height;
@@ -79,7 +78,8 @@ void SplitView::draw(Session& session, quarl::Rect<int> const& area)
     arrange(session, area);
     session.renderer.passTimeSink = nullptr;
     try {
-        prepareScene(session, {0, 0, cell_.width, cell_.height});
+        quarl::Rect<int> const cell{0, 0, cell_.width, cell_.height};
+        prepareScene(session, cell, cell);
         Picture const left = drawSide(session, sides_[0]);
         Picture const right = drawSide(session, sides_[1]);
         difference_ = measureDifference(left, right);
@@ -116,28 +116,51 @@ void SplitView::build(Session& session, ImVec2 area)
 {
     if (!isSplit_)
         return;
-    float const edge = inPixels(12.0F);
     CameraBase const& camera = *session.document.scene()->cameraNode()->camera;
     for (std::size_t i = 0; i < sides_.size(); ++i) {
-        ImVec2 const corner = upperLeft(places_[i], area);
-        buildOverlayLabels(session, camera, corner);
-        float const belowStatus = inPixels(52.0F);
-        ImGui::SetNextWindowPos({corner.x + edge, corner.y + belowStatus});
-        buildChoice(session, i);
+        buildOverlayLabels(session, camera, upperLeft(places_[i], area));
+        buildChoice(session, i, area);
     }
+    if (!difference_)
+        return;
+    float const edge = inPixels(boxMargin);
     ImVec2 const beside{upperLeft(places_[1], area).x, upperLeft(places_[2], area).y};
     ImGui::SetNextWindowPos({beside.x + edge, beside.y + edge});
-    buildFigures();
+    buildSplitFigures(*difference_, roomForBox(), amplification_);
 }
 
-void SplitView::buildChoice(Session const& session, std::size_t side)
+ImVec2 SplitView::roomForBox() const
 {
-    Side& shown = sides_[side];
+    float const edge = inPixels(boxMargin);
+    return {static_cast<float>(cell_.width) - 2.0F * edge, static_cast<float>(cell_.height) - 2.0F * edge};
+}
+
+void SplitView::buildChoice(Session const& session, std::size_t side, ImVec2 area)
+{
     constexpr float widthOfTimes = 250.0F; // points, from frame to frame, so that none is cut off
-    ImGui::SetNextWindowSizeConstraints({inPixels(widthOfTimes), 0.0F}, ImGui::GetIO().DisplaySize);
+    constexpr float widthOfChoice = 150.0F;
+    constexpr float leastWidth = 90.0F;
+    ImGuiStyle const& style = ImGui::GetStyle();
+    float const below = session.layout().hasStatus ? inPixels(static_cast<float>(ViewLayout::statusRow))
+                                                   : inPixels(boxMargin);
+    // No more than half of a picture is covered.
+    float const height = (static_cast<float>(cell_.height) - below) / 2.0F;
+    float const row = ImGui::GetFrameHeight() + 2.0F * style.WindowPadding.y;
+    float const width = roomForBox().x;
+    if (height < row || width < inPixels(leastWidth))
+        return;
+    bool const isWide = width >= inPixels(widthOfTimes);
+    bool const hasTimes = isWide && height >= row + style.ItemSpacing.y + ImGui::GetTextLineHeight();
+
+    Side& shown = sides_[side];
+    ImVec2 const corner = upperLeft(places_[side], area);
+    ImGui::SetNextWindowPos({corner.x + inPixels(boxMargin), corner.y + below});
+    ImGui::SetNextWindowSizeConstraints({hasTimes ? inPixels(widthOfTimes) : 0.0F, 0.0F},
+                                        ImGui::GetIO().DisplaySize);
     beginOverlayBox(side == 0 ? "left technique" : "right technique");
-    ImGui::SetNextItemWidth(inPixels(150.0F));
-    if (ImGui::BeginCombo(side == 0 ? "left" : "right", std::string(nameOf(shown.technique)).c_str())) {
+    ImGui::SetNextItemWidth(std::min(inPixels(widthOfChoice), width - 2.0F * style.WindowPadding.x));
+    std::string const label = std::string(isWide ? "" : "##") + (side == 0 ? "left" : "right");
+    if (ImGui::BeginCombo(label.c_str(), std::string(nameOf(shown.technique)).c_str())) {
         for (TechniqueSwitch::Candidate const& candidate : session.technique.candidates()) {
             std::string const name(nameOf(candidate.technique));
             ImGuiSelectableFlags const flags = candidate.lacking.empty() ? 0 : ImGuiSelectableFlags_Disabled;
@@ -146,29 +169,8 @@ void SplitView::buildChoice(Session const& session, std::size_t side)
         }
         ImGui::EndCombo();
     }
-    ImGui::Text("%.1f ms, the first %.1f ms", shown.further.count(), shown.first.count());
-    ImGui::End();
-}
-
-void SplitView::buildFigures()
-{
-    beginOverlayBox("difference");
-    ImGui::TextUnformatted("How they differ");
-    if (difference_) {
-        ImGui::Text("%zu of %zu pixels mismatch: %.3f%%", difference_->mismatches, difference_->pixels,
-                    100.0 * difference_->share());
-        ImGui::Text("largest difference: %d of 255", difference_->largest);
-        ImGui::Text("where pixels match: %d of 255", difference_->largestElsewhere);
-        ImGui::TextUnformatted(difference_->isTolerable()
-                                   ? "Alike: the diagnostic accepts less than 1%."
-                                   : "Different: the diagnostic accepts less than 1%.");
-    }
-    ImGui::TextDisabled("shown on the left, brighter by");
-    for (int const factor : amplifications) {
-        ImGui::RadioButton((std::to_string(factor) + "x").c_str(), &amplification_, factor);
-        ImGui::SameLine();
-    }
-    ImGui::NewLine();
+    if (hasTimes)
+        ImGui::Text("%.1f ms, the first %.1f ms", shown.further.count(), shown.first.count());
     ImGui::End();
 }
 

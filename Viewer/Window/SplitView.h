@@ -24,7 +24,7 @@ public:
 
     [[nodiscard]] bool isSplit() const { return isSplit_; }
 
-    /// Builds the choices, figures and labels with Dear ImGui.
+    /// Builds the choices, figures and labels with Dear ImGui, as far as the pictures have room for them.
     /// \param area  pixels
     void build(Session& session, ImVec2 area);
 
@@ -41,8 +41,8 @@ private:
     void begin(Session const& session);
     void arrange(Session const& session, quarl::Rect<int> const& area);
     [[nodiscard]] Picture drawSide(Session& session, Side& side) const;
-    void buildChoice(Session const& session, std::size_t side);
-    void buildFigures();
+    void buildChoice(Session const& session, std::size_t side, ImVec2 area);
+    [[nodiscard]] ImVec2 roomForBox() const;
 
     bool isSplit_ = false;
     std::array<Side, 2> sides_;

@@ -18,11 +18,9 @@ void plotFrames(RecentFrames const& frames)
 {
     std::size_t const rate = frames.lastSecond(std::chrono::steady_clock::now());
     ImGui::Text("%zu frame%s in the last second", rate, rate == 1 ? "" : "s");
-    ImGui::Text("%.2f ms to draw one", static_cast<double>(frames.latest()));
     auto const values = frames.milliseconds();
-    std::array<char, 32> most{};
-    std::snprintf(most.data(), most.size(), "up to %.1f ms", static_cast<double>(frames.longest()));
-    ImGui::PlotLines("##frames", values.data(), static_cast<int>(values.size()), 0, most.data(), 0.0F,
+    ImGui::Text("the last %zu, up to %.1f ms each:", values.size(), static_cast<double>(frames.longest()));
+    ImGui::PlotLines("##frames", values.data(), static_cast<int>(values.size()), 0, nullptr, 0.0F,
                      frames.longest() * 1.1F, {ImGui::GetContentRegionAvail().x, inPixels(64.0F)});
 }
 
@@ -45,7 +43,10 @@ void TimingSection::build(Session& session)
         sum += pass.milliseconds;
     }
     ImGui::Spacing();
-    ImGui::Text("passes: %.2f ms together", sum);
+    ImGui::Text("%.2f ms to draw one", session.passes.frame());
+    if (session.passes.passes().empty())
+        return;
+    ImGui::Text("passes: %.2f ms of that", sum);
     for (PassTimes::Pass const& pass : session.passes.passes())
         addLabelledBar(pass.name, inMilliseconds(pass.milliseconds), pass.milliseconds / longest);
 }

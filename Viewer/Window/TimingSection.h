@@ -8,6 +8,7 @@ namespace sgview {
 class TimingSection : public PanelSection {
 public:
     [[nodiscard]] char const* title() const override { return "Timing"; }
+    [[nodiscard]] bool isOpenAtFirst() const override { return false; }
     void build(Session& session) override;
 };
 

@@ -1,5 +1,7 @@
 #include "Viewer/Window/ViewerWindow.h"
 
+#include "Utilities/MemoryPrefs.h"
+#include "Utilities/PrefsFile.h"
 #include "Viewer/Platform/OpenGLErrors.h"
 #include "Viewer/Platform/PngWriter.h"
 #include "Viewer/Platform/ScreenshotName.h"
@@ -8,6 +10,8 @@
 #include "Viewer/Window/HelpOverlay.h"
 #include "Viewer/Window/OverlayTexts.h"
 
+#include <algorithm>
+#include <cmath>
 #include <system_error>
 
 namespace sgview {
@@ -31,6 +35,14 @@ std::optional<SDL_Event> nextEvent(SDL_eventaction action)
     return hasCome ? std::optional(next) : std::nullopt;
 }
 
+/// What the window remembers from start to start.
+smart_ptr<Prefs> windowMemory()
+{
+    if (std::optional<std::filesystem::path> const folder = PrefsFile::usualFolder())
+        return make_smart<PrefsFile>(folder->parent_path() / "sgview");
+    return make_smart<MemoryPrefs>();
+}
+
 } // namespace
 
 ViewerWindow::ViewerWindow(WindowOptions const& options, TechniqueFinder const& findTechnique)
@@ -38,6 +50,7 @@ ViewerWindow::ViewerWindow(WindowOptions const& options, TechniqueFinder const& 
       module_(options.module),
       session_(module_.renderer(), options, findTechnique(module_.renderer())),
       gui_(context_.window(), context_.context()),
+      panel_(windowMemory()),
       controls_(session_, {[this] { isOpen_ = false; }, [this] { context_.toggleFullScreen(); },
                            [this](bool withPanel) { pictureWanted_ = withPanel; }}),
       screenshotName_(options.screenshotName)
@@ -137,12 +150,13 @@ void ViewerWindow::arrange()
     gui_.adapt(measures_);
     auto const panel = static_cast<int>(inPixels(Panel::width));
     // A window too narrow for both shows the model.
-    bool const hasRoom = measures_.pixels.width > 2 * panel;
-    panelWidth_ = session_.showsPanel && hasRoom ? panel : 0;
+    session_.hasRoomForPanel = measures_.pixels.width > 2 * panel;
+    panelWidth_ = session_.showsPanel && session_.hasRoomForPanel ? panel : 0;
     sceneArea_ = {0, 0, std::max(measures_.pixels.width - panelWidth_, 1), measures_.pixels.height};
     double const scale = measures_.pixelsPerPoint;
-    controls_.setArea(sceneArea_.width / scale, sceneArea_.height / scale, measures_.pointsPerUnit());
+    controls_.setPointsPerUnit(measures_.pointsPerUnit());
     session_.pixelsPerPoint = scale;
+    session_.setArea(sceneArea_.width / scale, sceneArea_.height / scale);
 }
 
 void ViewerWindow::drawFrame()
@@ -157,8 +171,6 @@ void ViewerWindow::drawFrame()
         };
     session_.passes.beginFrame();
     drawScene();
-    if (isTimed)
-        session_.passes.endFrame();
     checkOpenGL("while drawing");
 
     if (pictureWanted_ == false)
@@ -170,6 +182,8 @@ void ViewerWindow::drawFrame()
 
     Time const end = std::chrono::steady_clock::now();
     session_.frames.add(end, end - start);
+    if (isTimed)
+        session_.passes.endFrame(end - start);
     updateTitle();
     context_.swap();
 }
@@ -181,7 +195,12 @@ void ViewerWindow::drawScene()
         return;
     }
     split_.end(session_);
-    painter_.draw(session_, sceneArea_);
+    ViewLayout const& layout = session_.layout();
+    auto const top = static_cast<int>(std::lround(layout.top() * session_.pixelsPerPoint));
+    auto const bottom = static_cast<int>(std::lround(layout.bottom() * session_.pixelsPerPoint));
+    painter_.draw(session_, sceneArea_,
+                  {sceneArea_.x, sceneArea_.y + bottom, sceneArea_.width,
+                   std::max(sceneArea_.height - top - bottom, 1)});
 }
 
 void ViewerWindow::buildOverlays(ImVec2 area)

@@ -78,6 +78,29 @@ TEST_F(FolderNeighboursTest, AFolderThatIsGoneIsNoTrouble)
     EXPECT_EQ(nothing.place().count, 0U);
 }
 
+TEST_F(FolderNeighboursTest, AFolderStandsForItsModels)
+{
+    FolderNeighbours neighbours({folder.path()});
+    EXPECT_EQ(neighbours.current(), at("Part1.OBJ"));
+    EXPECT_EQ(neighbours.place().index, 0U);
+    EXPECT_EQ(neighbours.place().count, 4U);
+    write("part3.obj"); // looked at anew, as for a file alone
+    EXPECT_EQ(neighbours.move(2), at("part3.obj"));
+    EXPECT_EQ(FolderNeighbours({fs::path(folder.path().string() + "/")}).current(), at("Part1.OBJ"));
+
+    TemporaryFolder const other;
+    std::ofstream(other.path() / "one.stl") << "x";
+    FolderNeighbours several({other.path(), at("zebra.glb"), at("folder.glb")});
+    EXPECT_EQ(several.place().count, 2U);
+    EXPECT_EQ(several.current(), other.path() / "one.stl");
+    EXPECT_EQ(several.move(1), at("zebra.glb"));
+}
+
+TEST_F(FolderNeighboursTest, AFolderWithoutModelsIsNone)
+{
+    EXPECT_TRUE(FolderNeighbours({at("folder.glb")}).empty());
+}
+
 TEST(ComesBefore, CountsAsPeopleDo)
 {
     EXPECT_TRUE(comesBefore("a2", "a10"));

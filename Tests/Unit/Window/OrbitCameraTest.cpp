@@ -1,5 +1,7 @@
 #include "Viewer/Window/OrbitCamera.h"
 
+#include "Viewer/Overlay/Projection.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -37,7 +39,7 @@ OrbitCamera fitted(CameraView const& view = {})
 /// Where a point comes to lie: window points from the area's middle, y downwards, and depth from -1 to 1.
 Vector3 onScreen(OrbitCamera const& camera, Vector3 const& point)
 {
-    smart_ptr<CameraBase> const base = camera.camera(boundsOfBox(), viewport);
+    smart_ptr<CameraBase> const base = camera.camera(boundsOfBox(), viewport, viewport);
     Matrix const m = base->projection * base->view;
     auto const row = [&](int r) {
         return m(r, 0) * point.x + m(r, 1) * point.y + m(r, 2) * point.z + m(r, 3);
@@ -57,7 +59,7 @@ TEST(OrbitCamera, FirstLooksAsThePictureOfRender)
 {
     for (CameraView const& view : {CameraView{-50.0, 35.0, 1.7}, CameraView{20.0, 5.0, 1.0, Up::z, true}}) {
         OrbitCamera const camera = fitted(view);
-        smart_ptr<CameraBase> const base = camera.camera(boundsOfBox(), viewport);
+        smart_ptr<CameraBase> const base = camera.camera(boundsOfBox(), viewport, viewport);
         smart_ptr<CameraBase> const rendered = fitCamera(box, view, viewport.width, viewport.height);
         EXPECT_EQ(base->viewport, rendered->viewport);
         for (Vector3 const& corner : box)
@@ -73,7 +75,7 @@ TEST(OrbitCamera, FitHasAllInViewFromEverySideAndFillsIt)
 {
     for (View const side : {View::front, View::back, View::left, View::right, View::top, View::bottom}) {
         OrbitCamera camera = fitted();
-        camera.look(side);
+        camera.look(side, box);
         camera.fit(box);
         double most = 0.0;
         for (Vector3 const& corner : box) {
@@ -83,6 +85,83 @@ TEST(OrbitCamera, FitHasAllInViewFromEverySideAndFillsIt)
         }
         EXPECT_LT(most, 1.0);
         EXPECT_GT(most, 0.9);
+    }
+}
+
+/// How much of the area a box takes from its middle, to the sides and upwards; 1 is up to the edge.
+double mostOfArea(OrbitCamera const& camera, std::vector<Vector3> const& corners)
+{
+    double most = 0.0;
+    for (Vector3 const& corner : corners) {
+        Vector3 const seen = onScreen(camera, corner);
+        most = std::max({most, std::abs(seen.x) / (width / 2.0), std::abs(seen.y) / (height / 2.0)});
+    }
+    return most;
+}
+
+TEST(OrbitCamera, StandardViewsFitAnewUntilAPersonZoomsOrPans)
+{
+    std::vector<Vector3> pole;
+    for (Vector3 const& corner : box)
+        pole.emplace_back(corner.z, corner.x * 2.0, corner.y);
+    OrbitCamera camera({0.0, 90.0, 1.0}); // its end
+    camera.setArea(width, height);
+    camera.fit(pole);
+    camera.orbit(20.0, 0.0);
+    camera.look(View::front, pole);
+    EXPECT_LT(mostOfArea(camera, pole), 1.0);
+    EXPECT_GT(mostOfArea(camera, pole), 0.9);
+
+    for (bool const zooms : {true, false}) {
+        OrbitCamera led = camera;
+        if (zooms)
+            led.zoom(2.0, 0.0, 0.0);
+        else
+            led.pan(50.0, 0.0);
+        OrbitCamera const before = led;
+        led.look(View::left, pole);
+        expectNear(led.target(), before.target(), 0.0);
+        EXPECT_EQ(mostOfArea(led, {led.target() + Vector3(0.0, 1.0, 0.0)}),
+                  mostOfArea(before, {before.target() + Vector3(0.0, 1.0, 0.0)}));
+        led.fit(pole);
+        led.look(View::front, pole);
+        EXPECT_NEAR(mostOfArea(led, pole), mostOfArea(camera, pole), 1e-12);
+    }
+}
+
+TEST(OrbitCamera, ShowsInTheFreePartWhatTheAreaDoes)
+{
+    OrbitCamera camera = fitted({40.0, 10.0, 1.2});
+    Vector3 const point(0.5, 0.3, 0.2);
+    constexpr quarl::Rect<int> whole{0, 0, 900, 700};
+    constexpr quarl::Rect<int> free{30, 90, 800, 500};
+    for (int i = 0; i < 2; ++i) {
+        for (double const depth : {-0.4, 0.4}) {
+            Vector3 const place = point + camera.direction() * depth;
+            Vector3 const alone = onScreen(camera, place);
+            smart_ptr<CameraBase> const base = camera.camera(boundsOfBox(), whole, free);
+            EXPECT_EQ(base->viewport, whole);
+            std::optional<PlaceInPicture> const seen = project(*base, place);
+            ASSERT_TRUE(seen);
+            EXPECT_NEAR(seen->x - free.x, alone.x + width / 2.0, 1e-9);
+            EXPECT_NEAR(seen->y - free.y, height / 2.0 - alone.y, 1e-9);
+        }
+        camera.toggleOrthographic();
+    }
+}
+
+TEST(OrbitCamera, APartOfAnotherShapeShowsMoreAndCutsNothingOff)
+{
+    OrbitCamera const camera = fitted({0.0, 0.0, 1.0});
+    for (quarl::Rect<int> const& free :
+         {quarl::Rect<int>{0, 0, 300, 500}, quarl::Rect<int>{0, 0, 800, 100}}) {
+        smart_ptr<CameraBase> const base = camera.camera(boundsOfBox(), free, free);
+        for (Vector3 const& corner : box) {
+            std::optional<PlaceInPicture> const seen = project(*base, corner);
+            ASSERT_TRUE(seen);
+            EXPECT_TRUE(seen->x > 0.0 && seen->x < free.width) << seen->x;
+            EXPECT_TRUE(seen->y > 0.0 && seen->y < free.height) << seen->y;
+        }
     }
 }
 
@@ -96,7 +175,7 @@ TEST(OrbitCamera, StandardViewsShowTheSidesTheyName)
                                                               {View::top, {0.0, -1.0, 0.0}},
                                                               {View::bottom, {0.0, 1.0, 0.0}}}};
     for (auto const& [view, direction] : directions) {
-        camera.look(view);
+        camera.look(view, box);
         expectNear(camera.direction(), direction, 1e-12);
     }
 }
@@ -167,10 +246,10 @@ TEST(OrbitCamera, ZoomHasLimits)
     OrbitCamera camera = fitted();
     for (int i = 0; i < 1000; ++i)
         camera.zoom(10.0, 0.0, 0.0);
-    smart_ptr<CameraBase> const near = camera.camera(boundsOfBox(), viewport);
+    smart_ptr<CameraBase> const near = camera.camera(boundsOfBox(), viewport, viewport);
     for (int i = 0; i < 1000; ++i)
         camera.zoom(0.1, 0.0, 0.0);
-    smart_ptr<CameraBase> const far = camera.camera(boundsOfBox(), viewport);
+    smart_ptr<CameraBase> const far = camera.camera(boundsOfBox(), viewport, viewport);
     for (smart_ptr<CameraBase> const& base : {near, far})
         for (int i = 0; i < 16; ++i) {
             EXPECT_TRUE(std::isfinite(base->projection.data()[i]));
@@ -222,14 +301,20 @@ TEST(OrbitCamera, TheAxisThatIsUpPointsUpOnTheScreen)
 TEST(OrbitCamera, ResetLeadsBackToTheStart)
 {
     OrbitCamera camera = fitted({12.0, 34.0, 1.3});
-    smart_ptr<CameraBase> const first = camera.camera(boundsOfBox(), viewport);
+    smart_ptr<CameraBase> const first = camera.camera(boundsOfBox(), viewport, viewport);
     camera.orbit(33.0, 5.0);
     camera.pan(100.0, 20.0);
     camera.zoom(3.0, 10.0, 10.0);
     camera.toggleOrthographic();
     camera.cycleUp(box);
+    OrbitCamera other = camera;
+    other.startOver(box);
+    EXPECT_EQ(other.up(), OrbitCamera::Up::z) << "for the next model, which has its axes as this one";
+    EXPECT_EQ(other.azimuth(), 12.0);
+    EXPECT_FALSE(other.isOrthographic());
     camera.reset(box);
-    smart_ptr<CameraBase> const last = camera.camera(boundsOfBox(), viewport);
+    EXPECT_EQ(camera.up(), OrbitCamera::Up::y);
+    smart_ptr<CameraBase> const last = camera.camera(boundsOfBox(), viewport, viewport);
     EXPECT_EQ(last->view, first->view);
     EXPECT_EQ(last->projection, first->projection);
 }
@@ -252,7 +337,7 @@ TEST(OrbitCamera, AnEmptySceneIsNoTrouble)
     OrbitCamera camera((CameraView()));
     camera.setArea(0.0, 0.0);
     camera.fit({});
-    smart_ptr<CameraBase> const base = camera.camera(Bounds(), {0, 0, 1, 1});
+    smart_ptr<CameraBase> const base = camera.camera(Bounds(), {0, 0, 1, 1}, {0, 0, 1, 1});
     for (int i = 0; i < 16; ++i)
         EXPECT_TRUE(std::isfinite(base->projection.data()[i]));
 }
