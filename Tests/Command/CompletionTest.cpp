@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <sstream>
 
 namespace {
 
@@ -14,15 +13,6 @@ using testing::HasSubstr;
 using testing::IsSupersetOf;
 using testing::Not;
 using testing::UnorderedElementsAre;
-
-std::vector<std::string> linesOf(std::string const& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
 
 class Completion : public SgviewTest {
 protected:

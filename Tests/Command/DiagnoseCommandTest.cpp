@@ -1,3 +1,4 @@
+#include "Tests/Command/OtherCard.h"
 #include "Tests/Command/Sgview.h"
 
 #include "Viewer/Diagnosis/DiagnosticJournal.h"
@@ -313,6 +314,7 @@ struct BadDriver {
     std::string line;   ///< of the log
     std::string stored; ///< flags: buffers, program
     std::string reason; ///< in the summary
+    bool isLying = false;
 };
 
 void PrintTo(BadDriver const& driver, std::ostream* stream)
@@ -324,7 +326,10 @@ class OnBadDriver : public DiagnoseCommand, public testing::WithParamInterface<B
 
 TEST_P(OnBadDriver, GetsTheRightVerdict)
 {
-    Outcome const outcome = diagnose({"--log", "opengl"}, withFaults(GetParam().faults));
+    Circumstances circumstances = withFaults(GetParam().faults);
+    if (GetParam().isLying)
+        circumstances.environment.merge(environmentOfOtherCard("lying"));
+    Outcome const outcome = diagnose({"--log", "opengl"}, circumstances);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.errors, HasSubstr("opengl: " + GetParam().line + "\n"));
     EXPECT_THAT(unwrapped(outcome.output), HasSubstr(GetParam().reason));
@@ -366,8 +371,8 @@ INSTANTIATE_TEST_SUITE_P(
                   "its picture with bent bones is wrong"},
         BadDriver{"NoNativeInstructions", "none@program", "GL_MAX_PROGRAM_NATIVE_INSTRUCTIONS_ARB = 0", "yn",
                   "it has 0 native instructions"},
-        BadDriver{"LyingCard", "lie@card", "possibly lying ATI card detected--disabling vertex program", "yn",
-                  "claims them and gets them wrong"}),
+        BadDriver{"LyingCard", "", "possibly lying ATI card detected--disabling vertex program", "yn",
+                  "claims them and gets them wrong", true}),
     [](auto const& driver) { return driver.param.name; });
 
 } // namespace

@@ -3,7 +3,7 @@
 //
 // The faults, with commas between: ACT@CALL or ACT@CALL:N, where CALL is "finish" or "read" and N counts the
 // process's calls from 1; without N it is all of them. See misbehave() and spoil(). slow@ and stall@ a
-// technique, none@program and lie@card are of the driver as a whole.
+// technique and none@program are of the driver as a whole.
 
 #include "Tests/Frame/Detour.h"
 #include "Utilities/Strings.h"
@@ -202,14 +202,6 @@ private:
             *value = 0;
     }
 
-    /// That of a card known to lie.
-    static GLubyte const* getString(GLenum name)
-    {
-        if (name == GL_RENDERER && driver->has("lie"))
-            return reinterpret_cast<GLubyte const*>("ATI Radeon 9200 OpenGL Engine");
-        return driver->getString_.real()(name);
-    }
-
     static FaultyDriver* driver;
 
     std::vector<Fault> faults_ = faults();
@@ -222,7 +214,6 @@ private:
     Detour<PFNGLBINDBUFFERARBPROC> bindBuffer_{"glBindBufferARB", epoxy_glBindBufferARB, &bindBuffer};
     Detour<PFNGLBINDPROGRAMARBPROC> bindProgram_{"glBindProgramARB", epoxy_glBindProgramARB, &bindProgram};
     Detour<PFNGLGETPROGRAMIVARBPROC> getProgram_{"glGetProgramivARB", epoxy_glGetProgramivARB, &getProgram};
-    Detour<PFNGLGETSTRINGPROC> getString_{"glGetString", epoxy_glGetString, &getString};
 };
 
 FaultyDriver* FaultyDriver::driver = nullptr;

@@ -5,6 +5,7 @@
 //   everywhere
 //   unreadable  without a screen; nothing that is drawn in a hidden window can be read back
 //   richer      nowhere, but all its extensions are there
+//   lying       nowhere, but its name is that of a card which claims more than it can, for the program too
 
 #include <SDL2/SDL.h>
 #include <SDL2/SDL_opengl.h>
@@ -14,6 +15,7 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <dlfcn.h>
 
@@ -43,6 +45,23 @@ Function real(char const* name)
     return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
 }
 
+using GetString = GLubyte const*(GLenum);
+GetString* honest = nullptr;
+
+GLubyte const* getString(GLenum name)
+{
+    return name == GL_RENDERER ? reinterpret_cast<GLubyte const*>("ATI Radeon 9200 OpenGL Engine")
+                               : honest(name);
+}
+
+void lie()
+{
+    auto* const pointer = reinterpret_cast<GetString**>(::dlsym(RTLD_DEFAULT, "epoxy_glGetString"));
+    (*pointer)(GL_VERSION); // the first call puts the driver's own function there
+    if (*pointer != getString)
+        honest = std::exchange(*pointer, getString);
+}
+
 } // namespace
 
 extern "C" int SDL_VideoInit(char const* driver)
@@ -63,5 +82,8 @@ extern "C" SDL_GLContext SDL_GL_CreateContext(SDL_Window* window)
     SDL_GLContext const context = real<SDL_GLContext (*)(SDL_Window*)>("SDL_GL_CreateContext")(window);
     if (context && isWanted("unreadable") && !isOffscreen(SDL_GetCurrentVideoDriver()))
         reinterpret_cast<void (*)(GLenum)>(SDL_GL_GetProcAddress("glDrawBuffer"))(GL_NONE);
+    char const* const circumstance = std::getenv("SG_OTHER_CARD");
+    if (context && circumstance && std::string_view(circumstance) == "lying")
+        lie();
     return context;
 }

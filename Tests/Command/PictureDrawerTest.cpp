@@ -2,6 +2,7 @@
 
 #include "Tests/Command/Sgview.h"
 #include "Tests/Frame/PictureComparison.h"
+#include "Tests/Unit/Utilities/TemporaryFolder.h"
 #include "Utilities/Log.h"
 #include "Viewer/Import/Importer.h"
 #include "Viewer/Output/PictureResolver.h"
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
 
 namespace {
 
@@ -57,18 +57,15 @@ TEST_F(PictureDrawer, TilesOfSmoothTransparentPictures)
 /// Two half-transparent sheets, one behind the other and to the right, before nothing.
 class Sheets : public PictureDrawer {
 protected:
-    Sheets() : folder_(testing::TempDir() + "sheets")
+    Sheets()
     {
-        std::filesystem::create_directories(folder_);
-        std::ofstream(folder_ / "sheets.obj")
-            << "mtllib sheets.mtl\n"
-               "v -1 -1 0\nv 0.5 -1 0\nv 0.5 1 0\nv -1 1 0\n"
-               "v -0.5 -1 -0.001\nv 1 -1 -0.001\nv 1 1 -0.001\nv -0.5 1 -0.001\n"
-               "usemtl near\nf 1 2 3 4\nusemtl far\nf 5 6 7 8\n";
-        std::ofstream(folder_ / "sheets.mtl") << "newmtl near\nKd 1 0 0\nKa 1 0 0\nd 0.5\n"
-                                                 "newmtl far\nKd 0 0 1\nKa 0 0 1\nd 0.25\n";
+        writeFile(folder_ / "sheets.obj", "mtllib sheets.mtl\n"
+                                          "v -1 -1 0\nv 0.5 -1 0\nv 0.5 1 0\nv -1 1 0\n"
+                                          "v -0.5 -1 -0.001\nv 1 -1 -0.001\nv 1 1 -0.001\nv -0.5 1 -0.001\n"
+                                          "usemtl near\nf 1 2 3 4\nusemtl far\nf 5 6 7 8\n");
+        writeFile(folder_ / "sheets.mtl", "newmtl near\nKd 1 0 0\nKa 1 0 0\nd 0.5\n"
+                                          "newmtl far\nKd 0 0 1\nKa 0 0 1\nd 0.25\n");
     }
-    ~Sheets() override { std::filesystem::remove_all(folder_); }
 
     [[nodiscard]] std::array<int, 4> pixel(Picture const& picture, int x, int y) const
     {
@@ -79,7 +76,7 @@ protected:
     [[nodiscard]] std::string file() const { return (folder_ / "sheets.obj").string(); }
 
 private:
-    std::filesystem::path folder_;
+    TemporaryFolder folder_;
 };
 
 void expectNear(std::array<int, 4> const& pixel, std::array<double, 4> const& expected, double tolerance)

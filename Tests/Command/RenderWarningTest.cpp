@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-#include <sstream>
-
 namespace {
 
 using nlohmann::json;
@@ -12,15 +10,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr char const* square = "v -1 -1 0\nv 1 -1 0\nv 1 1 0\nv -1 1 0\nvt 0 0\n";
-
-std::vector<std::string> linesOf(std::string const& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
 
 /// Models that lack a picture: "one.obj" and "two.obj".
 class RenderWarning : public SgviewTest {

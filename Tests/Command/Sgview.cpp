@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 
 #include <fcntl.h>
 #include <linux/capability.h>
@@ -93,6 +94,15 @@ void arrange(Circumstances const& circumstances)
 }
 
 } // namespace
+
+std::vector<std::string> linesOf(std::string const& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
 
 SgviewTest::SgviewTest() : folder(makeFolder("test")), configuration_(plainUser()) {}
 

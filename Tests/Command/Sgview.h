@@ -18,6 +18,8 @@ struct Outcome {
     std::string errors;
 };
 
+[[nodiscard]] std::vector<std::string> linesOf(std::string const& text);
+
 /// Under what circumstances sgview runs.
 struct Circumstances {
     std::map<std::string, std::optional<std::string>> environment; ///< on top of the test's own; none unsets

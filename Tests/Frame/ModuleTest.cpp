@@ -5,6 +5,7 @@
 #include "Tests/Frame/SceneParts.h"
 #include "Tests/Frame/Technique.h"
 #include "Tests/Frame/TextureCount.h"
+#include "Tests/Unit/Utilities/TemporaryFolder.h"
 
 #include "SceneGraph/SGRendererInterface.h"
 #include "SceneGraph/SGRendererManager.h"
@@ -203,11 +204,10 @@ TEST_F(Module, FileThatIsNoModule)
 
 TEST_F(Module, MarkedFileThatTheLoaderRefuses)
 {
-    std::filesystem::path const forged = std::filesystem::path(testing::TempDir()) / "forged.so";
-    std::ofstream(forged) << SG_RENDERER_INTERFACE_TITLE SG_RENDERER_INTERFACE_VERSION
-                          << std::string(100, ' ');
+    TemporaryFolder const folder;
+    std::filesystem::path const forged = folder / "forged.so";
+    writeFile(forged, SG_RENDERER_INTERFACE_TITLE SG_RENDERER_INTERFACE_VERSION + std::string(100, ' '));
     EXPECT_THAT(errorFor(forged), EndsWith("tried " + forged.string() + ": invalid ELF header"));
-    std::filesystem::remove(forged);
 }
 
 TEST_F(Module, EmptyNameIsAFolder)

@@ -91,14 +91,14 @@ TEST_F(FileAccessTest, RefusesByNameAndFallsBackToTheBareName)
         EXPECT_EQ(read(name), std::nullopt) << name;
         EXPECT_TRUE(FileAccess::isRefused(name)) << name;
     }
-    EXPECT_EQ(read("C:\\work\\a.png"), "inside");
+    EXPECT_EQ(read("C:\\art\\a.png"), "inside");
     EXPECT_TRUE(warnings_.take().empty()) << "what it is needed for tells of its absence";
 }
 
 TEST_F(FileAccessTest, TellsWhyThereIsNoFile)
 {
     EXPECT_EQ(absenceOf("missing.png"), "not found");
-    EXPECT_EQ(absenceOf("C:\\work\\b.png"), "an absolute path, refused; no 'b.png' in the model's folder");
+    EXPECT_EQ(absenceOf("C:\\art\\b.png"), "an absolute path, refused; no 'b.png' in the model's folder");
     EXPECT_EQ(absenceOf("../b.png", {folder_.path() / "other"}),
               "a path through a parent folder, refused; no 'b.png' in the model's folder or those named");
     fs::create_symlink(folder_.path() / "outside.png", folder_.path() / "model/out.png");
@@ -115,7 +115,7 @@ TEST_F(FileAccessTest, FollowsLinksOnlyWithinTheFolder)
     EXPECT_EQ(read("linked/c.png"), std::nullopt);
     EXPECT_EQ(read("linked/c.png", {folder_.path() / "other"}), "other");
     fs::create_symlink(folder_.path() / "outside.png", folder_.path() / "other/out.png");
-    EXPECT_EQ(read("C:\\work\\out.png", {folder_.path() / "other"}), std::nullopt);
+    EXPECT_EQ(read("C:\\art\\out.png", {folder_.path() / "other"}), std::nullopt);
 }
 
 TEST_F(FileAccessTest, ReadsInFoldersThatTheUserNames)
@@ -132,14 +132,14 @@ TEST_F(FileAccessTest, LooksInAllFoldersByTheLastPartsOfAPath)
     folder_.write("other/a.png", "other's");
     std::vector<fs::path> const other{folder_.path() / "other"};
     for (char const* const name :
-         {"D:\\work\\textures\\d.png", "/work/Textures/d.png", "../textures/d.png", "//host/textures/d.png",
-          "here/textures/d.png", "file:///work/textures/d.png", "x/../../textures/d.png", "~/textures/d.png"})
+         {"D:\\art\\textures\\d.png", "/art/Textures/d.png", "../textures/d.png", "//host/textures/d.png",
+          "here/textures/d.png", "file:///art/textures/d.png", "x/../../textures/d.png", "~/textures/d.png"})
         EXPECT_EQ(read(name, other), "below") << name;
-    for (char const* const name : {"D:\\work\\d.png", "D:d.png", "/work/c/../d.png", "skins/d.png"})
+    for (char const* const name : {"D:\\art\\d.png", "D:d.png", "/art/c/../d.png", "skins/d.png"})
         EXPECT_EQ(read(name, other), "beside") << name;
     folder_.write("other/~e.png", "backup");
-    EXPECT_EQ(read("D:\\work\\~e.png", other), "backup");
-    EXPECT_EQ(read("D:\\work\\a.png", other), "inside") << "the model's own folder comes first";
+    EXPECT_EQ(read("D:\\art\\~e.png", other), "backup");
+    EXPECT_EQ(read("D:\\art\\a.png", other), "inside") << "the model's own folder comes first";
     EXPECT_TRUE(warnings_.take().empty());
 }
 
